@@ -1,0 +1,46 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#ifndef SNMPSUBAGENT_NETSNMPCHARNODEDATA_H_
+#define SNMPSUBAGENT_NETSNMPCHARNODEDATA_H_
+
+#include "NetSNMPNodeData.h"
+
+// Text in a char array ended by a NUL: ASN_OCTET_STR of the text's length.
+//
+// The size of the application's array is not known here: a SET writes the whole
+// text, however long. Use it only where managers are trusted to stay within the
+// array; NetSNMPStringNodeData has no such limit.
+class SNMPSUBAGENT_EXPORT NetSNMPCharNodeData : public NetSNMPNodeData {
+ public:
+  // `storage` is the application's variable, worked on in place; with
+  // `copyLocal` the value takes a copy of it and works on that. With
+  // `tableData` the value is a table cell and keeps no pointer to `storage`.
+  // `storage` and `owner` are borrowed and may be null.
+  NetSNMPCharNodeData(char* storage, eNodeAccessMode mode,
+                      bool copyLocal = false, NetSNMPDataNode* owner = nullptr,
+                      bool tableData = false);
+  NetSNMPCharNodeData(const NetSNMPCharNodeData& source);
+  NetSNMPCharNodeData& operator=(const NetSNMPCharNodeData&) = delete;
+
+  NetSNMPNodeData* Clone() const override;
+  ~NetSNMPCharNodeData() override;
+  void CopyData(const NetSNMPNodeData& source) override;
+
+  // Writes the local data if there is any, without notification; else the
+  // external storage, however small it is. Local data set to "" is given up. A
+  // value without any storage takes a local copy of a text that is not empty.
+  // A null `value` changes nothing.
+  void NodeDataValue(const char* value, bool notify) override;
+  const unsigned char* NodeByteValue() const override;
+  unsigned int NodeValueSize() const override;
+  unsigned char NodeASNDataType() const override;
+  void DeleteLocalData() override;
+
+  // Replaces the local data by a copy of `value`; "" leaves none, and a null
+  // `value` changes nothing.
+  virtual void CopyLocalData(const char* value);
+
+  // The current storage: a `char` array, or null.
+  void* NodeDataValue() const;
+};
+
+#endif  // SNMPSUBAGENT_NETSNMPCHARNODEDATA_H_

@@ -1,0 +1,43 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#ifndef SNMPSUBAGENT_NETSNMPSTRINGNODEDATA_H_
+#define SNMPSUBAGENT_NETSNMPSTRINGNODEDATA_H_
+
+#include <string>
+
+#include "NetSNMPNodeData.h"
+
+// Text in a std::string: ASN_OCTET_STR, of any length. A manager's SET ends at
+// its first NUL byte; the application's own text may hold any bytes.
+class SNMPSUBAGENT_EXPORT NetSNMPStringNodeData : public NetSNMPNodeData {
+ public:
+  // `storage` is the application's variable, worked on in place; with
+  // `copyLocal` the value takes a copy of it and works on that. With
+  // `tableData` the value is a table cell and keeps no pointer to `storage`.
+  // `storage` and `owner` are borrowed and may be null.
+  NetSNMPStringNodeData(std::string* storage, eNodeAccessMode mode,
+                        bool copyLocal = false,
+                        NetSNMPDataNode* owner = nullptr,
+                        bool tableData = false);
+  NetSNMPStringNodeData(const NetSNMPStringNodeData& source);
+  NetSNMPStringNodeData& operator=(const NetSNMPStringNodeData&) = delete;
+
+  NetSNMPNodeData* Clone() const override;
+  ~NetSNMPStringNodeData() override;
+  void CopyData(const NetSNMPNodeData& source) override;
+
+  // Writes the local data if there is any, without notification; else the
+  // external storage.
+  void NodeDataValue(const std::string& value, bool notify) override;
+  const unsigned char* NodeByteValue() const override;
+  unsigned int NodeValueSize() const override;
+  unsigned char NodeASNDataType() const override;
+  void DeleteLocalData() override;
+
+  // Replaces the local data by a copy of `value`, also when empty.
+  virtual void CopyLocalData(const std::string& value);
+
+  // The current storage: a `std::string`, or null.
+  void* NodeDataValue() const;
+};
+
+#endif  // SNMPSUBAGENT_NETSNMPSTRINGNODEDATA_H_

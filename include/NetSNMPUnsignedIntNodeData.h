@@ -1,0 +1,41 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#ifndef SNMPSUBAGENT_NETSNMPUNSIGNEDINTNODEDATA_H_
+#define SNMPSUBAGENT_NETSNMPUNSIGNEDINTNODEDATA_H_
+
+#include "NetSNMPNodeData.h"
+
+// An unsigned 32-bit integer: ASN_UNSIGNED (Unsigned32, RFC 2578), 4 bytes.
+class SNMPSUBAGENT_EXPORT NetSNMPUnsignedIntNodeData : public NetSNMPNodeData {
+ public:
+  // `storage` is the application's variable, worked on in place; with
+  // `copyLocal` the value takes a copy of it and works on that. With
+  // `tableData` the value is a table cell and keeps no pointer to `storage`.
+  // `storage` and `owner` are borrowed and may be null.
+  NetSNMPUnsignedIntNodeData(unsigned int* storage, eNodeAccessMode mode,
+                             bool copyLocal = false,
+                             NetSNMPDataNode* owner = nullptr,
+                             bool tableData = false);
+  NetSNMPUnsignedIntNodeData(const NetSNMPUnsignedIntNodeData& source);
+  NetSNMPUnsignedIntNodeData& operator=(const NetSNMPUnsignedIntNodeData&) =
+      delete;
+
+  NetSNMPNodeData* Clone() const override;
+  ~NetSNMPUnsignedIntNodeData() override;
+  void CopyData(const NetSNMPNodeData& source) override;
+
+  // Writes the local data if there is any, else the external storage.
+  // `notify` is honoured in both cases.
+  void NodeDataValue(unsigned int value, bool notify) override;
+  const unsigned char* NodeByteValue() const override;
+  unsigned int NodeValueSize() const override;
+  unsigned char NodeASNDataType() const override;
+  void DeleteLocalData() override;
+
+  // Replaces the local data by a copy of `value`.
+  virtual void CopyLocalData(unsigned int value);
+
+  // The current storage: an `unsigned int`, or null.
+  void* NodeDataValue() const;
+};
+
+#endif  // SNMPSUBAGENT_NETSNMPUNSIGNEDINTNODEDATA_H_
