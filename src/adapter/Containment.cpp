@@ -1,0 +1,37 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#include "adapter/Containment.h"
+
+#include <boost/thread.hpp>
+#include <exception>
+
+namespace {
+thread_local bool interrupted = false;
+}  // namespace
+
+void containment::NoteInterruption() noexcept {
+  try {
+    throw;
+  } catch (const boost::thread_interrupted&) {
+    interrupted = true;
+  } catch (...) {
+    // Any other exception ends with its log line.
+  }
+}
+
+std::string containment::DescribeException() {
+  try {
+    throw;
+  } catch (const boost::thread_interrupted&) {
+    return "Interrupted in a callback.";
+  } catch (const std::exception& exception) {
+    return std::string("Exception in a callback: ") + exception.what();
+  } catch (...) {
+    return "Exception of an unknown type in a callback.";
+  }
+}
+
+void containment::RaisePendingInterruption() {
+  if (!interrupted) return;
+  interrupted = false;
+  throw boost::thread_interrupted();
+}

@@ -1,0 +1,58 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#include "NetSNMP.h"
+#include "NetSNMPNodeData.h"
+#include "values/TruthValue.h"
+
+int NetSNMP::get_snmp_value(variable_list* var, NetSNMPNodeData* value) {
+  return snmp_set_var_typed_value(var, value->NodeASNDataType(),
+                                  value->NodeByteValue(),
+                                  value->NodeValueSize());
+}
+
+int NetSNMP::set_snmp_var_value(variable_list* var, NetSNMPNodeData* value) {
+  return snmp_set_var_value(var, value->NodeByteValue(),
+                            value->NodeValueSize());
+}
+
+variable_list* NetSNMP::add_snmp_varlist_variable(variable_list** list,
+                                                  const oid* name,
+                                                  unsigned int nameLen,
+                                                  NetSNMPNodeData* value) {
+  return add_snmp_varlist_variable(
+      list, name, nameLen, value->NodeASNDataType(),
+      const_cast<unsigned char*>(value->NodeByteValue()),
+      value->NodeValueSize());
+}
+
+int NetSNMP::set_snmp_variable_list(variable_list* var,
+                                    NetSNMPNodeData* value) {
+  if (value == nullptr) return SNMP_ERR_NOSUCHNAME;
+  var->type = value->NodeASNDataType();
+  var->val_len = value->NodeValueSize();
+  void* const storage = value->NodeDataValue();
+  switch (value->dataType_) {
+    case eNodeDataInt:
+    case eNodeDataUnsignedInt:
+    case eNodeDataChar:
+    case eNodeDataByte:
+      var->val.string = static_cast<unsigned char*>(storage);
+      return SNMP_ERR_NOERROR;
+    case eNodeDataString: {
+      auto* const text = static_cast<std::string*>(storage);
+      var->val.string = text == nullptr
+                            ? nullptr
+                            : reinterpret_cast<unsigned char*>(text->data());
+      return SNMP_ERR_NOERROR;
+    }
+    case eNodeDataBool: {
+      const auto* const truth = static_cast<const bool*>(storage);
+      var->val.string =
+          truth == nullptr
+              ? nullptr
+              : const_cast<unsigned char*>(truth_value::Bytes(*truth));
+      return SNMP_ERR_NOERROR;
+    }
+    default:
+      return SNMP_ERR_NOSUCHNAME;
+  }
+}
