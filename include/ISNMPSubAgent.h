@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#ifndef SNMPSUBAGENT_ISNMPSUBAGENT_H_
+#define SNMPSUBAGENT_ISNMPSUBAGENT_H_
+
+#include <string>
+
+#include "SnmpSubAgentExport.h"
+
+class ISNMPSubAgentCallback;
+
+// The subagent as nodes see it through NetSNMPNode::snmpSubAgent_. SNMPSubAgent
+// is its implementation; a test may put its own in its place.
+//
+// The library keeps track of which of these objects live: a node that finds its
+// subagent destroyed counts itself disconnected.
+class SNMPSUBAGENT_EXPORT ISNMPSubAgent {
+ public:
+  ISNMPSubAgent();
+  ISNMPSubAgent(const ISNMPSubAgent&);
+  ISNMPSubAgent& operator=(const ISNMPSubAgent&) = default;
+
+  // Whether the AgentX session to the master agent is up. Nodes ask before they
+  // register, unregister or send a trap. Threads: any.
+  virtual bool Connected() const = 0;
+
+  // The application's own; the library never calls it.
+  virtual void ApplicationOperation() = 0;
+
+  // Called each time the AgentX session has come up, before the receivers are
+  // told: the place to register nodes, see NetSNMPNode::RegisterMibs().
+  // Threads: the subagent thread, holding the lock of NetSNMPAgentGuard.
+  virtual void OnSubAgentConnected() = 0;
+
+  // Adds a receiver of connection changes under a name. A name in use is not an
+  // error: the first receiver stays. `callback` is borrowed; a null one is kept
+  // and passed over.
+  // Threads: before Start(), or after Stop(); not from within a receiver.
+  virtual void RegisterSubAgentCallback(const std::string& callbackName,
+                                        ISNMPSubAgentCallback* callback) = 0;
+
+  // Removes the receiver of that name; an unknown name is not an error.
+  // Threads: as above.
+  virtual void UnregisterSubAgentCallback(const std::string& callbackName) = 0;
+
+  // Calls SubAgentStateChanged(state) on every receiver in the byte order of
+  // their names. One that throws does not keep the others from being told; the
+  // first exception then leaves this call.
+  virtual void NotifySubAgentCallbacks(int state) = 0;
+
+ protected:
+  ~ISNMPSubAgent();
+};
+
+#endif  // SNMPSUBAGENT_ISNMPSUBAGENT_H_

@@ -1,0 +1,116 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#ifndef SNMPSUBAGENT_SNMPSUBAGENT_H_
+#define SNMPSUBAGENT_SNMPSUBAGENT_H_
+
+#include <boost/shared_ptr.hpp>
+#include <boost/thread.hpp>
+#include <map>
+#include <string>
+
+#include "IRunnable.h"
+#include "ISNMPSubAgent.h"
+#include "SnmpSubAgentExport.h"
+
+// Makes the process an AgentX subagent (RFC 2741) of the device's master agent.
+//
+// An application derives from it, implements ApplicationOperation() and
+// OnSubAgentConnected(), and starts it. One thread then connects to the master
+// agent over TCP and serves all nodes; the agent library tries again by itself
+// when the master is absent or goes away (every 15 seconds, or as
+// agentXPingInterval in the application's configuration file says).
+//
+//   state              IsRunning  Start()  Stop()  Connected()
+//   constructed        false      1        0       false
+//   running            true       2        0       whether the session is up
+//   stopped            true       2        0       as it was before Stop()
+//   ended by itself    false      1        0       as it was before
+//
+// A stopped subagent cannot be started again. One that ended by itself, after
+// an error of select(), can.
+//
+// The agent library is set up once per process, by the first subagent that
+// runs: name and master address of a later one are not applied, and nodes and
+// connection events stay with the first.
+//
+// Order: construct it, build nodes, register receivers, Start(); at the end
+// Stop(), delete the nodes, destroy it. Call Stop() before the destructor of a
+// derived class begins: until then the subagent thread may call the overrides.
+//
+// Threads: Start(), Stop(), IsRunning() and Connected() from any, but none of
+// the first three from a callback or under a NetSNMPAgentGuard. Every request,
+// callback and connection event runs on the subagent thread, or on an
+// application thread that is waiting for the master agent inside a call of this
+// library, always holding the lock of NetSNMPAgentGuard.
+class SNMPSUBAGENT_EXPORT SNMPSubAgent : public ISNMPSubAgent,
+                                         public vela::IRunnable {
+ public:
+  // A subagent of the master agent on this device: the loopback address, TCP
+  // port 705. `name` is the application name: the agent library reads
+  // `name`.conf from its configuration directories (snmp_config(5)). Neither
+  // constructor starts anything. Throws boost::thread_resource_error.
+  explicit SNMPSubAgent(const std::string& name);
+
+  // The same with a master agent elsewhere. A loopback address is written as
+  // "localhost".
+  SNMPSubAgent(const std::string& name, const std::string& masterAddress,
+               int masterPort);
+
+  SNMPSubAgent(const SNMPSubAgent&) = delete;
+  SNMPSubAgent& operator=(const SNMPSubAgent&) = delete;
+
+  bool Connected() const override;
+  void RegisterSubAgentCallback(const std::string& callbackName,
+                                ISNMPSubAgentCallback* callback) override;
+  void UnregisterSubAgentCallback(const std::string& callbackName) override;
+  void NotifySubAgentCallbacks(int state) override;
+
+  // Stops the thread if it runs. The agent library stays set up and
+  // NetSNMPNode::snmpSubAgent_ keeps its value; events are ignored and nodes
+  // find themselves disconnected from here on.
+  virtual ~SNMPSubAgent();
+
+  // Starts the subagent thread. Returns 1, or 2 if there is one already. Throws
+  // boost::thread_resource_error when no thread can be made.
+  int Start() override;
+
+  // Interrupts the subagent thread and waits until it has ended, which an idle
+  // one does within 5 seconds; returns 0. No receiver is told.
+  // Requires: the thread has initialised (wait for a connection event, or for a
+  // moment after Start()); a Stop() before that waits for ever. From the
+  // subagent thread itself it throws boost::thread_resource_error.
+  int Stop() override;
+
+  // Whether there is a subagent thread, also one that Stop() has ended.
+  bool IsRunning() const override;
+
+  // Sets up the agent library, once per process, and makes this the subagent of
+  // all nodes. Called by the subagent thread.
+  void initialize();
+
+  // One pass of the event loop: waits up to 5 seconds for something to arrive
+  // and serves it. A boost interruption point. An application that wants no
+  // subagent thread calls initialize() once and this in a loop.
+  void process();
+
+  // The body of the subagent thread.
+  void threadProc();
+
+  // Takes the agent library's session events (`minorID` 10 start, 11 stop;
+  // others are ignored) for the subagent `clientArg`. Returns 0.
+  static int snmp_subagent_callback(int majorID, int minorID, void* serverArg,
+                                    void* clientArg);
+
+  // Constant after construction.
+  std::string masterAddress_;
+  int masterPort_;  // TCP
+  std::string agentName_;
+  // Written while the lock of NetSNMPAgentGuard is held, read by any thread.
+  bool connected_;
+  // Guarded by mutex_; empty when there is no thread.
+  boost::shared_ptr<boost::thread> thread_;
+  mutable boost::mutex mutex_;
+  // Unguarded, see RegisterSubAgentCallback(). Receivers are borrowed.
+  std::map<std::string, ISNMPSubAgentCallback*> callbacks_;
+};
+
+#endif  // SNMPSUBAGENT_SNMPSUBAGENT_H_

@@ -1,0 +1,133 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#include "NetSNMPDataNode.h"
+
+#include "NetSNMP.h"
+#include "NetSNMPAgentGuard.h"
+#include "NetSNMPTrapNode.h"
+#include "nodes/NodeLookup.h"
+#include "nodes/NodeWatch.h"
+
+namespace {
+
+template <typename Value>
+void SetValue(const std::string& name, const Value& value) {
+  NetSNMPNodeData* const data = NetSNMPDataNode::GetNodeData(name);
+  if (data != nullptr) data->NodeDataValue(value, true);
+}
+
+}  // namespace
+
+NetSNMPDataNode::NetSNMPDataNode(unsigned long* oid, unsigned int oidLen,
+                                 const std::string& name,
+                                 const NetSNMPNodeData& data,
+                                 void (*trapCallback)(NetSNMPDataNode*),
+                                 const std::string& trapName)
+    : NetSNMPDataNode(NetSNMPAgentGuard(), oid, oidLen, name, data,
+                      trapCallback, trapName) {}
+
+NetSNMPDataNode::NetSNMPDataNode(unsigned long* oid, unsigned int oidLen,
+                                 const std::string& name, eNodeDataType type,
+                                 eNodeAccessMode access, void* storage,
+                                 void (*trapCallback)(NetSNMPDataNode*),
+                                 const std::string& trapName)
+    : NetSNMPDataNode(NetSNMPAgentGuard(), oid, oidLen, name,
+                      NetSNMPNodeData(type, access, storage, nullptr),
+                      trapCallback, trapName) {}
+
+NetSNMPDataNode::NetSNMPDataNode(const NetSNMPAgentGuard&, unsigned long* oid,
+                                 unsigned int oidLen, const std::string& name,
+                                 const NetSNMPNodeData& data,
+                                 void (*trapCallback)(NetSNMPDataNode*),
+                                 const std::string& trapName)
+    : NetSNMPNode(oid, oidLen, name),
+      NetSNMPTrapTrigger(trapCallback, trapName),
+      nodeData_(data.Clone()),
+      handlerRegistration_(nullptr) {
+  if (nodeData_ == nullptr) return;
+  nodeData_->ownerNode_ = this;
+  NetSNMPDataNode::RegisterNode();
+}
+
+NetSNMPDataNode::~NetSNMPDataNode() {
+  const NetSNMPAgentGuard guard;
+  NetSNMPDataNode::UnregisterNode();
+  delete nodeData_;
+  // Left here and not only in the base, so that nobody finds what remains.
+  LeaveRegistry();
+  NodeWatch::Destroyed(this);
+}
+
+bool NetSNMPDataNode::RegisterNode() {
+  const NetSNMPAgentGuard guard;
+  if (registered_ || !mapped_ || !SubAgentConnected()) return registered_;
+  if (nodeData_ == nullptr || nodeData_->tableData_) return registered_;
+  const int created = NetSNMP::create_snmp_handler_registration(
+      &handlerRegistration_, nodeName_.c_str(), var_instance_handler, nodeOID_,
+      nodeOIDLen_, nodeData_->NodeHandlerModes());
+  registered_ = NetSNMP::snmp_succeeded(created) != 0 &&
+                NetSNMP::snmp_succeeded(
+                    NetSNMP::register_snmp_handler(handlerRegistration_)) != 0;
+  // What the agent library refuses, it has freed.
+  if (!registered_) handlerRegistration_ = nullptr;
+  NodeLogMessage(registered_ ? "Net-SNMP data node registration was successful."
+                             : "Net-SNMP data node registration failed.");
+  return registered_;
+}
+
+void NetSNMPDataNode::UnregisterNode() {
+  const NetSNMPAgentGuard guard;
+  if (!registered_) return;
+  if (!SubAgentConnected()) {
+    NodeLogMessage(
+        "Net-SNMP data node unregistration could not complete- disconnected "
+        "subagent.");
+  } else if (handlerRegistration_ != nullptr && nodeData_ != nullptr &&
+             !nodeData_->tableData_) {
+    const int result = NetSNMP::unregister_snmp_handler(handlerRegistration_);
+    NodeLogMessage(NetSNMP::snmp_succeeded(result) != 0
+                       ? "Net-SNMP data node unregistration was successful."
+                       : "Net-SNMP data node unregistration failed.");
+  }
+  registered_ = false;
+  handlerRegistration_ = nullptr;
+}
+
+NetSNMPNodeData* NetSNMPDataNode::GetNodeData(const std::string& name) {
+  const auto* const node = FindNode<NetSNMPDataNode>(name);
+  return node == nullptr ? nullptr : node->nodeData_;
+}
+
+std::string NetSNMPDataNode::SetNodeData(const std::string& name,
+                                         const std::string& value) {
+  std::string result = value;
+  SetValue(name, value);
+  return result;
+}
+
+bool NetSNMPDataNode::SetNodeData(const std::string& name, bool value) {
+  SetValue(name, value);
+  return value;
+}
+
+unsigned int NetSNMPDataNode::SetNodeData(const std::string& name,
+                                          unsigned int value) {
+  SetValue(name, value);
+  return value;
+}
+
+int NetSNMPDataNode::SetNodeData(const std::string& name, int value) {
+  SetValue(name, value);
+  return value;
+}
+
+void NetSNMPDataNode::DataNodeTrapTrigger() {
+  const NetSNMPAgentGuard guard;
+  auto* const trap = FindNode<NetSNMPTrapNode>(trapName_);
+  if (trap == nullptr) return;
+  // Sent twice: a notification is never confirmed, and one may be lost.
+  trap->TriggerV2Trap(this);
+  const bool fired = trap->TriggerV2Trap(this);
+  NodeLogMessage("Trap = " + trapName_ +
+                 (fired ? "; data node trap fired."
+                        : "; firing of data node trap failed."));
+}

@@ -1,0 +1,28 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#ifndef SNMPSUBAGENT_NODES_NODEWATCH_H_
+#define SNMPSUBAGENT_NODES_NODEWATCH_H_
+
+class NetSNMPDataNode;
+
+// Tells whether a data node survived a call into the application, whose
+// callback may delete the node it is called for, or build one of the same name.
+// Watches live on the stack and see what their own thread does.
+class NodeWatch {
+ public:
+  explicit NodeWatch(const NetSNMPDataNode* node);
+  ~NodeWatch();
+  NodeWatch(const NodeWatch&) = delete;
+  NodeWatch& operator=(const NodeWatch&) = delete;
+
+  bool Alive() const { return alive_; }
+
+  // Called by the destructor of every data node.
+  static void Destroyed(const NetSNMPDataNode* node);
+
+ private:
+  const NetSNMPDataNode* node_;
+  NodeWatch* outer_;
+  bool alive_ = true;
+};
+
+#endif  // SNMPSUBAGENT_NODES_NODEWATCH_H_

@@ -1,0 +1,118 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#include "SNMPSubAgent.h"
+
+#include "NetSNMP.h"
+#include "NetSNMPAgentGuard.h"
+#include "NetSNMPNode.h"
+#include "NetworkInterfaces.h"
+#include "adapter/Containment.h"
+#include "adapter/SigpipeBlock.h"
+#include "runtime/LivingSubAgents.h"
+
+namespace {
+
+// The TCP port of a master agent's AgentX socket (RFC 2741).
+constexpr int kAgentXPort = 705;
+
+// Set once the agent library is set up, for good. Guarded by the lock of
+// NetSNMPAgentGuard, because each subagent has a mutex of its own.
+bool agentInitialized = false;
+
+std::string SocketText(const std::string& address, int port) {
+  const std::string host =
+      NetworkInterfaces::isLoopbackIPv4(address) ? "localhost" : address;
+  return "tcp:" + host + ":" + std::to_string(port);
+}
+
+void SetUpAgentLibrary(SNMPSubAgent* subAgent) {
+  netsnmp_ds_set_boolean(NETSNMP_DS_APPLICATION_ID, NETSNMP_DS_AGENT_ROLE, 1);
+  const std::string socket =
+      SocketText(subAgent->masterAddress_, subAgent->masterPort_);
+  netsnmp_ds_set_string(NETSNMP_DS_APPLICATION_ID, NETSNMP_DS_AGENT_X_SOCKET,
+                        socket.c_str());
+  init_agent(subAgent->agentName_.c_str());
+  for (const int event :
+       {SNMPD_CALLBACK_INDEX_START, SNMPD_CALLBACK_INDEX_STOP}) {
+    snmp_register_callback(SNMP_CALLBACK_APPLICATION, event,
+                           SNMPSubAgent::snmp_subagent_callback, subAgent);
+  }
+  NetSNMPNode::snmpSubAgent_ = subAgent;
+  init_snmp(subAgent->agentName_.c_str());
+}
+
+}  // namespace
+
+SNMPSubAgent::SNMPSubAgent(const std::string& name)
+    : SNMPSubAgent(name, NetworkInterfaces::loopbackIPv4(), kAgentXPort) {}
+
+SNMPSubAgent::SNMPSubAgent(const std::string& name,
+                           const std::string& masterAddress, int masterPort)
+    : masterAddress_(masterAddress),
+      masterPort_(masterPort),
+      agentName_(name),
+      connected_(false) {}
+
+SNMPSubAgent::~SNMPSubAgent() {
+  {
+    // From here on an event would find no override to call.
+    const NetSNMPAgentGuard guard;
+    LivingSubAgents::Remove(this);
+  }
+  SNMPSubAgent::Stop();
+}
+
+bool SNMPSubAgent::Connected() const {
+  return __atomic_load_n(&connected_, __ATOMIC_ACQUIRE);
+}
+
+int SNMPSubAgent::Start() {
+  const boost::lock_guard<boost::mutex> lock(mutex_);
+  if (thread_) return 2;
+  thread_.reset(new boost::thread([this] { threadProc(); }));
+  return 1;
+}
+
+int SNMPSubAgent::Stop() {
+  const boost::lock_guard<boost::mutex> lock(mutex_);
+  if (!thread_) return 0;
+  thread_->interrupt();
+  try {
+    thread_->join();
+  } catch (const boost::thread_interrupted&) {
+    // The caller's own interruption must not keep it from its 0.
+  }
+  // The finished thread stays: a stopped subagent is not started again.
+  return 0;
+}
+
+bool SNMPSubAgent::IsRunning() const {
+  const boost::lock_guard<boost::mutex> lock(mutex_);
+  return thread_ != nullptr;
+}
+
+void SNMPSubAgent::initialize() {
+  const boost::lock_guard<boost::mutex> lock(mutex_);
+  const NetSNMPAgentGuard guard;
+  if (agentInitialized) return;
+  const SigpipeBlock sigpipeBlock;
+  SetUpAgentLibrary(this);
+  agentInitialized = true;
+}
+
+void SNMPSubAgent::threadProc() {
+  const SigpipeBlock sigpipeBlock;
+  initialize();
+  try {
+    containment::RaisePendingInterruption();
+    for (;;) {
+      boost::this_thread::interruption_point();
+      process();
+    }
+  } catch (const boost::thread_interrupted&) {
+    // Stop(), or a select() that failed.
+  }
+  // Stop() holds the mutex while it waits for this thread and keeps the handle;
+  // a loop that ended by itself gives it up and can be started again.
+  const boost::unique_lock<boost::mutex> lock(mutex_, boost::try_to_lock);
+  if (lock) thread_.reset();
+}
