@@ -1,0 +1,54 @@
+# SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#
+# What `cmake --install` lays down: the libraries, all headers in one folder,
+# and the descriptions by which CMake and pkg-config find them.
+
+include(CMakePackageConfigHelpers)
+
+set(headersDir "${CMAKE_INSTALL_INCLUDEDIR}/snmpsubagent")
+set(packageDir "${CMAKE_INSTALL_LIBDIR}/cmake/SnmpSubAgent")
+set(pkgConfigDir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
+
+install(TARGETS SnmpSubAgent EXPORT SnmpSubAgentTargets
+  INCLUDES DESTINATION "${headersDir}")
+install(DIRECTORY include/ platform/ DESTINATION "${headersDir}"
+  FILES_MATCHING PATTERN "*.h" PATTERN host EXCLUDE)
+if(TARGET SnmpSubAgentPlatform)
+  install(TARGETS SnmpSubAgentPlatform EXPORT SnmpSubAgentTargets
+    INCLUDES DESTINATION "${headersDir}")
+  install(FILES platform/host/LogSink.h DESTINATION "${headersDir}")
+endif()
+
+configure_package_config_file(cmake/SnmpSubAgentConfig.cmake.in
+  SnmpSubAgentConfig.cmake INSTALL_DESTINATION "${packageDir}"
+  NO_SET_AND_CHECK_MACRO NO_CHECK_REQUIRED_COMPONENTS_MACRO)
+write_basic_package_version_file(SnmpSubAgentConfigVersion.cmake
+  COMPATIBILITY SameMajorVersion)
+install(EXPORT SnmpSubAgentTargets NAMESPACE SnmpSubAgent::
+  DESTINATION "${packageDir}")
+install(FILES
+  "${CMAKE_CURRENT_BINARY_DIR}/SnmpSubAgentConfig.cmake"
+  "${CMAKE_CURRENT_BINARY_DIR}/SnmpSubAgentConfigVersion.cmake"
+  cmake/FindNetSnmpAgent.cmake
+  DESTINATION "${packageDir}")
+
+# pkg-config is told the name of the platform library's file. The prefix follows
+# the file that it reads, so that the installed tree can be moved.
+if(TARGET SnmpSubAgentPlatform)
+  set(platformLibs "-lsnmpsubagent-platform")
+elseif(TARGET "${SNMPSUBAGENT_PLATFORM_LIBRARY}")
+  set(platformLibs
+    "-l:$<TARGET_LINKER_FILE_NAME:${SNMPSUBAGENT_PLATFORM_LIBRARY}>")
+else()
+  cmake_path(GET SNMPSUBAGENT_PLATFORM_LIBRARY PARENT_PATH platformDir)
+  cmake_path(GET SNMPSUBAGENT_PLATFORM_LIBRARY FILENAME platformFile)
+  set(platformLibs "-L${platformDir} -l:${platformFile}")
+endif()
+cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX
+  BASE_DIRECTORY "${CMAKE_INSTALL_PREFIX}/${pkgConfigDir}"
+  OUTPUT_VARIABLE prefixFromPkgConfigDir)
+configure_file(cmake/snmpsubagent.pc.in snmpsubagent.pc.genex @ONLY)
+file(GENERATE OUTPUT "${CMAKE_CURRENT_BINARY_DIR}/snmpsubagent.pc"
+  INPUT "${CMAKE_CURRENT_BINARY_DIR}/snmpsubagent.pc.genex")
+install(FILES "${CMAKE_CURRENT_BINARY_DIR}/snmpsubagent.pc"
+  DESTINATION "${pkgConfigDir}")

@@ -1,0 +1,86 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#include "NetSNMP.h"
+#include "NetSNMPAgentGuard.h"
+#include "NetSNMPTableEntryNode.h"
+#include "NetSNMPTableNode.h"
+#include "NetSNMPTableRow.h"
+#include "adapter/Containment.h"
+#include "tables/TableLookup.h"
+
+namespace {
+
+using Row = std::vector<NetSNMPNodeData*>;
+
+const std::string& TableName(const netsnmp_iterator_info* info) {
+  return *static_cast<const std::string*>(info->myvoid);
+}
+
+// Hands `row` out as the data context with its indexes in `indexData`; null
+// without a row.
+variable_list* HandOut(Row* row, void** dataContext, variable_list* indexData) {
+  if (row == nullptr) return nullptr;
+  *dataContext = row;
+  NetSNMPTableRow workingRow(*row);
+  set_data_point_indices(workingRow, indexData);
+  return indexData;
+}
+
+// Runs a hook's body; when an override of the application's throws, the walk
+// ends there.
+template <typename Body>
+variable_list* RunHook(const netsnmp_iterator_info* info, const Body& body) {
+  const NetSNMPAgentGuard guard;
+  variable_list* result = nullptr;
+  containment::Contain([&] { result = body(); },
+                       [&](const std::string& what) {
+                         const auto* const table = FindTable(TableName(info));
+                         if (table != nullptr) table->NodeLogMessage(what);
+                       });
+  return result;
+}
+
+// The agent library reads an index's number through the varbind's value, which
+// is null after a value without storage.
+void WriteIndex(variable_list* varbind, NetSNMPNodeData* value) {
+  static const int kNone = 0;
+  NetSNMP::set_snmp_var_value(varbind, value);
+  if (varbind->val.string == nullptr) {
+    snmp_set_var_value(varbind, &kNone, sizeof(kNone));
+  }
+}
+
+}  // namespace
+
+variable_list* table_get_first_data_point(void** loopContext,
+                                          void** dataContext,
+                                          variable_list* indexData,
+                                          netsnmp_iterator_info_s* info) {
+  return RunHook(info, [&]() -> variable_list* {
+    if (NetSNMPNode::nodeMap_ == nullptr) return nullptr;
+    const auto* const table = FindTable(TableName(info));
+    if (table == nullptr || table->entryNode_ == nullptr) return nullptr;
+    NetSNMPTableEntryNode* const entry = table->entryNode_;
+    Row* const row = entry->GetFirstRow();
+    if (row != nullptr) *loopContext = entry;
+    return HandOut(row, dataContext, indexData);
+  });
+}
+
+variable_list* table_get_next_data_point(void** loopContext, void** dataContext,
+                                         variable_list* indexData,
+                                         netsnmp_iterator_info_s* info) {
+  return RunHook(info, [&]() -> variable_list* {
+    if (*loopContext == nullptr) return nullptr;
+    auto* const entry = static_cast<NetSNMPTableEntryNode*>(*loopContext);
+    return HandOut(entry->GetNextRow(), dataContext, indexData);
+  });
+}
+
+void set_data_point_indices(NetSNMPTableRow& row, variable_list* indexData) {
+  NetSNMPNodeData* value = row.GetFirstIndex();
+  while (value != nullptr && indexData != nullptr) {
+    WriteIndex(indexData, value);
+    value = row.GetNextIndex();
+    indexData = indexData->next_variable;
+  }
+}

@@ -1,0 +1,145 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#include "NetSNMPTableNode.h"
+
+#include <algorithm>
+
+#include "NetSNMP.h"
+#include "NetSNMPAgentGuard.h"
+#include "NetSNMPTableEntryNode.h"
+#include "tables/IteratorInfo.h"
+
+NetSNMPTableNode::NetSNMPTableNode(unsigned long* oid, unsigned int oidLen,
+                                   const std::string& name,
+                                   const NetSNMPNodeData& accessData,
+                                   void (*callback)(NetSNMPDataNode*),
+                                   const std::string& trapNodeName)
+    : NetSNMPTableNode(NetSNMPAgentGuard(), oid, oidLen, name, accessData,
+                       callback, trapNodeName) {}
+
+NetSNMPTableNode::NetSNMPTableNode(const NetSNMPAgentGuard&, unsigned long* oid,
+                                   unsigned int oidLen, const std::string& name,
+                                   const NetSNMPNodeData& accessData,
+                                   void (*callback)(NetSNMPDataNode*),
+                                   const std::string& trapNodeName)
+    : NetSNMPNode(oid, oidLen, name),
+      NetSNMPTrapTrigger(callback, trapNodeName),
+      accessData_(eNodeDataVoid, eNodeAccessDefault, nullptr, nullptr),
+      handlerRegistration_(nullptr),
+      iteratorInfo_(nullptr),
+      entryNode_(nullptr),
+      iteratorRegistered_(false),
+      heldRegistration_(nullptr) {
+  accessData_.CopyData(accessData);
+  NetSNMPTableNode::RegisterNode();
+}
+
+NetSNMPTableNode::~NetSNMPTableNode() {
+  const NetSNMPAgentGuard guard;
+  NetSNMPTableNode::UnregisterNode();
+  // Left with the agent library while disconnected, it would be served again
+  // after the reconnection, without its node.
+  if (heldRegistration_ != nullptr) Withdraw();
+  NetSNMP::delete_snmp_table_iterator(iteratorInfo_);
+  if (entryNode_ != nullptr) {
+    auto& tables = entryNode_->servedBy_;
+    tables.erase(std::remove(tables.begin(), tables.end(), this), tables.end());
+  }
+  LeaveRegistry();
+}
+
+bool NetSNMPTableNode::RegisterNode() {
+  const NetSNMPAgentGuard guard;
+  if (registered_ || !mapped_ || !SubAgentConnected()) return registered_;
+  const int created = NetSNMP::create_snmp_handler_registration(
+      &handlerRegistration_, nodeName_.c_str(), var_table_handler, nodeOID_,
+      nodeOIDLen_, accessData_.NodeHandlerModes());
+  registered_ = NetSNMP::snmp_succeeded(created) != 0;
+  if (registered_) {
+    NodeLogMessage("Net-SNMP table node registration was successful.");
+    RegisterEntryNode();
+  } else {
+    NodeLogMessage("Net-SNMP table node registration failed.");
+  }
+  return registered_;
+}
+
+void NetSNMPTableNode::UnregisterNode() {
+  const NetSNMPAgentGuard guard;
+  if (!registered_) return;
+  if (!SubAgentConnected()) {
+    NodeLogMessage(
+        "Net-SNMP table node unregistration could not complete- disconnected "
+        "subagent.");
+  } else if (handlerRegistration_ != nullptr) {
+    // One that never reached the agent library cannot be withdrawn from it,
+    // and another node may have registered the same OID meanwhile.
+    const bool withdrawn = heldRegistration_ != nullptr &&
+                           NetSNMP::snmp_succeeded(Withdraw()) != 0;
+    NodeLogMessage(withdrawn
+                       ? "Net-SNMP table node unregistration was successful."
+                       : "Net-SNMP table node unregistration failed.");
+  }
+  ForgetRegistration();
+  registered_ = false;
+}
+
+void NetSNMPTableNode::RegisterEntryNode() {
+  const NetSNMPAgentGuard guard;
+  if (iteratorRegistered_ || entryNode_ == nullptr ||
+      handlerRegistration_ == nullptr || !registered_) {
+    return;
+  }
+  // One of a try that failed.
+  NetSNMP::delete_snmp_table_iterator(iteratorInfo_);
+  iteratorInfo_ = NewIteratorInfo(*entryNode_, &nodeName_);
+  if (iteratorInfo_ == nullptr) return;
+  iteratorRegistered_ =
+      NetSNMP::snmp_succeeded(NetSNMP::register_snmp_table_iterator(
+          handlerRegistration_, iteratorInfo_)) != 0;
+  // What the agent library refuses, it has freed.
+  if (!iteratorRegistered_) handlerRegistration_ = nullptr;
+  heldRegistration_ = handlerRegistration_;
+  NodeLogMessage(iteratorRegistered_
+                     ? "Net-SNMP table iterator registration was successful."
+                     : "Net-SNMP table iterator registration failed.");
+}
+
+void NetSNMPTableNode::TableEntryNode(NetSNMPTableEntryNode* entry) {
+  const NetSNMPAgentGuard guard;
+  if (entryNode_ != nullptr || entry == nullptr) return;
+  entry->servedBy_.push_back(this);
+  entryNode_ = entry;
+  RegisterEntryNode();
+}
+
+bool NetSNMPTableNode::AddRow(const std::vector<NetSNMPNodeData*>& values) {
+  return entryNode_ != nullptr && entryNode_->AddRow(values);
+}
+
+bool NetSNMPTableNode::RemoveRow(const std::string& rowName) {
+  return entryNode_ != nullptr && entryNode_->RemoveRow(rowName);
+}
+
+std::vector<NetSNMPNodeData*>* NetSNMPTableNode::GetRow(
+    const std::string& rowName) {
+  return entryNode_ == nullptr ? nullptr : entryNode_->GetRow(rowName);
+}
+
+int NetSNMPTableNode::GetRowName(const std::vector<NetSNMPNodeData*>& values,
+                                 std::string& rowName) const {
+  return entryNode_ == nullptr ? 0 : entryNode_->GetRowName(values, rowName);
+}
+
+int NetSNMPTableNode::Withdraw() {
+  netsnmp_handler_registration* const registration = heldRegistration_;
+  if (handlerRegistration_ == registration) handlerRegistration_ = nullptr;
+  heldRegistration_ = nullptr;
+  return NetSNMP::unregister_snmp_handler(registration);
+}
+
+void NetSNMPTableNode::ForgetRegistration() {
+  if (handlerRegistration_ != heldRegistration_) {
+    NetSNMP::free_register_snmp_handler(handlerRegistration_);
+  }
+  handlerRegistration_ = nullptr;
+}
