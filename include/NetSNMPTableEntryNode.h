@@ -87,7 +87,6 @@ class SNMPSUBAGENT_EXPORT NetSNMPTableEntryNode : public NetSNMPNode {
 
  private:
   friend class NetSNMPTableNode;
-  friend class ServedRow;
 
   // Constructed under one guard, so that no other thread meets a half-built
   // node in the registry.
@@ -97,17 +96,8 @@ class SNMPSUBAGENT_EXPORT NetSNMPTableEntryNode : public NetSNMPNode {
                         const std::vector<NetSNMPNodeData*>& indexTemplate,
                         unsigned int columnCount, NetSNMPTableNode* tableNode);
 
-  // A number that no other row ever has, by which a request recognises its row:
-  // addresses are used again. 0 for a row that AddRow() did not make.
-  unsigned long RowStamp(const std::vector<NetSNMPNodeData*>* row) const;
-
-  // Deletes a row and its stamp.
-  void Discard(std::vector<NetSNMPNodeData*>* row);
-
   // The tables that serve these rows; each leaves when it is destroyed.
   std::vector<NetSNMPTableNode*> servedBy_;
-  std::map<const std::vector<NetSNMPNodeData*>*, unsigned long> rowStamps_;
-  unsigned long lastStamp_ = 0;
 };
 
 #endif  // SNMPSUBAGENT_NETSNMPTABLEENTRYNODE_H_

@@ -5,6 +5,7 @@
 
 #include "NetSNMPAgentGuard.h"
 #include "NetSNMPTableNode.h"
+#include "tables/RowPin.h"
 
 namespace {
 
@@ -27,11 +28,14 @@ bool AppendIndex(const NetSNMPNodeData& value, std::string& key) {
   }
 }
 
+void Discard(Row* row) {
+  RowPin::Discarded(row);
+  NetSNMPNodeData::DestroyDataVector(*row);
+  delete row;
+}
+
 struct RowDeleter {
-  void operator()(Row* row) const {
-    NetSNMPNodeData::DestroyDataVector(*row);
-    delete row;
-  }
+  void operator()(Row* row) const { Discard(row); }
 };
 
 }  // namespace
@@ -88,15 +92,9 @@ bool NetSNMPTableEntryNode::AddRow(
   std::unique_ptr<Row, RowDeleter> row(NetSNMPNodeData::CopyDataVector(values));
   // The new row exists before the old one goes, so that nothing is lost when
   // there is no memory, and `values` may be the old row itself.
-  const auto stamp = rowStamps_.emplace(row.get(), ++lastStamp_).first;
-  try {
-    Row*& slot = rows_[key];
-    if (slot != nullptr) Discard(slot);
-    slot = row.release();
-  } catch (...) {
-    rowStamps_.erase(stamp);
-    throw;
-  }
+  Row*& slot = rows_[key];
+  if (slot != nullptr) Discard(slot);
+  slot = row.release();
   return true;
 }
 
@@ -123,15 +121,4 @@ std::vector<NetSNMPNodeData*>* NetSNMPTableEntryNode::GetFirstRow() {
 std::vector<NetSNMPNodeData*>* NetSNMPTableEntryNode::GetNextRow() {
   if (rowCursor_ != rows_.end()) ++rowCursor_;
   return rowCursor_ == rows_.end() ? nullptr : rowCursor_->second;
-}
-
-unsigned long NetSNMPTableEntryNode::RowStamp(
-    const std::vector<NetSNMPNodeData*>* row) const {
-  const auto stamp = rowStamps_.find(row);
-  return stamp == rowStamps_.end() ? 0 : stamp->second;
-}
-
-void NetSNMPTableEntryNode::Discard(std::vector<NetSNMPNodeData*>* row) {
-  rowStamps_.erase(row);
-  RowDeleter()(row);
 }

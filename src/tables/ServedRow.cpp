@@ -2,18 +2,18 @@
 #include "tables/ServedRow.h"
 
 #include <algorithm>
-#include <cstdlib>
 
 #include "NetSNMP.h"
 #include "NetSNMPTableEntryNode.h"
+#include "tables/RowPin.h"
 
 namespace {
 
 using Row = std::vector<NetSNMPNodeData*>;
 
-// The name under which a request carries the stamp of its row from the first
-// phase of a SET to the last.
-constexpr char kStampName[] = "snmpsubagent_row_stamp";
+// The name under which a request carries its pin from the first phase of a SET
+// to the last.
+constexpr char kPinName[] = "snmpsubagent_row_pin";
 
 Row* ChosenRow(const NetSNMPTableEntryNode& entry,
                netsnmp_request_info* request) {
@@ -26,31 +26,25 @@ Row* ChosenRow(const NetSNMPTableEntryNode& entry,
   return stored == entry.rows_.end() ? nullptr : stored->second;
 }
 
-const unsigned long* StampOf(netsnmp_request_info* request) {
-  return static_cast<const unsigned long*>(
-      netsnmp_request_get_list_data(request, kStampName));
-}
-
-void KeepStamp(netsnmp_request_info* request, unsigned long stamp) {
-  auto* const kept =
-      static_cast<unsigned long*>(std::malloc(sizeof(unsigned long)));
-  if (kept == nullptr) return;
-  *kept = stamp;
+void Pin(netsnmp_request_info* request, const Row* row) {
   netsnmp_request_add_list_data(
-      request, netsnmp_create_data_list(kStampName, kept, std::free));
+      request,
+      netsnmp_create_data_list(kPinName, new RowPin(row), [](void* pin) {
+        delete static_cast<RowPin*>(pin);
+      }));
 }
 
 }  // namespace
 
-std::vector<NetSNMPNodeData*>* ServedRow::Of(
-    NetSNMPTableEntryNode& entry,
+std::vector<NetSNMPNodeData*>* ServedRow(
+    const NetSNMPTableEntryNode& entry,
     const netsnmp_agent_request_info_s& requestInfo,
     netsnmp_request_info_s* request) {
   Row* const row = ChosenRow(entry, request);
   if (row == nullptr) return nullptr;
-  const unsigned long stamp = entry.RowStamp(row);
-  const unsigned long* const kept = StampOf(request);
-  if (kept != nullptr) return *kept == stamp ? row : nullptr;
-  if (requestInfo.mode == MODE_SET_RESERVE1) KeepStamp(request, stamp);
+  const auto* const pin = static_cast<const RowPin*>(
+      netsnmp_request_get_list_data(request, kPinName));
+  if (pin != nullptr) return pin->Holds(row) ? row : nullptr;
+  if (requestInfo.mode == MODE_SET_RESERVE1) Pin(request, row);
   return row;
 }

@@ -75,8 +75,7 @@ bool ServeCell(const NetSNMPTableNode& table,
                const netsnmp_agent_request_info& requestInfo,
                netsnmp_request_info* request, int& result) {
   if (table.entryNode_ == nullptr) return false;
-  const auto* const row =
-      ServedRow::Of(*table.entryNode_, requestInfo, request);
+  const auto* const row = ServedRow(*table.entryNode_, requestInfo, request);
   if (row == nullptr) return false;
   // The cell is a copy: a SET leaves the stored row as it is.
   NetSNMPTableRow workingRow(*row);
