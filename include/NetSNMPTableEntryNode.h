@@ -3,6 +3,7 @@
 #define SNMPSUBAGENT_NETSNMPTABLEENTRYNODE_H_
 
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -12,6 +13,10 @@
 
 class NetSNMPAgentGuard;
 class NetSNMPTableNode;
+class RowIndex;
+class RowSelection;
+struct netsnmp_iterator_info_s;
+struct variable_list;
 
 // The rows of one iterator table, each filed under its row key.
 //
@@ -31,6 +36,12 @@ class NetSNMPTableNode;
 // Ownership: rows and the index template are clones; the caller keeps what it
 // passed in. A row handed out stays the store's and is valid until it is
 // replaced or removed.
+//
+// Speed: a request costs about the same however many rows there are. Rows whose
+// index values work on variables of the application, and rows handed out by
+// GetRow(), GetFirstRow() or GetNextRow(), are looked at for every request: add
+// a row anew to have it found by its index again. Rows with index values that
+// are no integers make every request walk all rows.
 //
 // Threads: requests walk the rows on the subagent thread; an application that
 // changes rows elsewhere holds a NetSNMPAgentGuard meanwhile. The store has one
@@ -80,13 +91,23 @@ class SNMPSUBAGENT_EXPORT NetSNMPTableEntryNode : public NetSNMPNode {
 
   std::string rowNamePrefix_;
   unsigned int columnCount_;
-  std::map<std::string, std::vector<NetSNMPNodeData*>*> rows_;  // owned
+  // Owned. To be changed by AddRow() and RemoveRow() alone; other changes are
+  // noticed when the number of rows or a row that was chosen has changed.
+  std::map<std::string, std::vector<NetSNMPNodeData*>*> rows_;
   std::map<std::string, std::vector<NetSNMPNodeData*>*>::iterator rowCursor_;
   NetSNMPTableNode* tableNode_;                  // borrowed; may be null
   std::vector<NetSNMPNodeData*> indexTemplate_;  // owned
 
  private:
   friend class NetSNMPTableNode;
+  friend class RowSelection;
+  friend variable_list* table_get_first_data_point(void**, void**,
+                                                   variable_list*,
+                                                   netsnmp_iterator_info_s*);
+  friend variable_list* table_get_next_data_point(void**, void**,
+                                                  variable_list*,
+                                                  netsnmp_iterator_info_s*);
+  friend class ServedRow;
 
   // Constructed under one guard, so that no other thread meets a half-built
   // node in the registry.
@@ -96,8 +117,20 @@ class SNMPSUBAGENT_EXPORT NetSNMPTableEntryNode : public NetSNMPNode {
                         const std::vector<NetSNMPNodeData*>& indexTemplate,
                         unsigned int columnCount, NetSNMPTableNode* tableNode);
 
+  // The walk of the iterator's hooks: over the rows selected for the requests
+  // at hand, or over all.
+  std::vector<NetSNMPNodeData*>* FirstCandidate();
+  std::vector<NetSNMPNodeData*>* NextCandidate();
+
+  std::vector<NetSNMPNodeData*>* MoveCursor(
+      std::map<std::string, std::vector<NetSNMPNodeData*>*>::iterator place);
+  std::vector<NetSNMPNodeData*>* HandOut(
+      std::map<std::string, std::vector<NetSNMPNodeData*>*>::iterator place);
+
   // The tables that serve these rows; each leaves when it is destroyed.
   std::vector<NetSNMPTableNode*> servedBy_;
+  std::unique_ptr<RowIndex> index_;
+  RowSelection* selection_;  // the one at work, or null
 };
 
 #endif  // SNMPSUBAGENT_NETSNMPTABLEENTRYNODE_H_

@@ -2,6 +2,23 @@
 #include "NetSNMP.h"
 #include "adapter/MasterExchange.h"
 
+namespace {
+
+// Keeps the size of the agent library's look-up cache, which stays 0 when a
+// registration is to be withdrawn that is not there.
+class LookupCacheSize {
+ public:
+  LookupCacheSize() : size_(netsnmp_get_lookup_cache_size()) {}
+  ~LookupCacheSize() { netsnmp_set_lookup_cache_size(size_); }
+  LookupCacheSize(const LookupCacheSize&) = delete;
+  LookupCacheSize& operator=(const LookupCacheSize&) = delete;
+
+ private:
+  const int size_;
+};
+
+}  // namespace
+
 int NetSNMP::create_snmp_handler_registration(
     netsnmp_handler_registration** reg, const char* name,
     int (*handler)(netsnmp_mib_handler*, netsnmp_handler_registration*,
@@ -23,6 +40,7 @@ int NetSNMP::register_snmp_handler(netsnmp_handler_registration* reg) {
 
 int NetSNMP::unregister_snmp_handler(netsnmp_handler_registration* reg) {
   const MasterExchange exchange;
+  const LookupCacheSize cacheSize;
   return netsnmp_unregister_handler(reg);
 }
 
@@ -34,6 +52,7 @@ int NetSNMP::free_register_snmp_handler(netsnmp_handler_registration* reg) {
 
 int NetSNMP::unregister_snmp_mib(unsigned long* oid, unsigned int oidLen) {
   const MasterExchange exchange;
+  const LookupCacheSize cacheSize;
   return unregister_mib(oid, oidLen);
 }
 

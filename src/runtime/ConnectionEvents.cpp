@@ -1,4 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <sys/socket.h>
+
 #include <exception>
 
 #include "ISNMPSubAgentCallback.h"
@@ -25,7 +29,19 @@ void SetConnected(SNMPSubAgent* subAgent, bool connected) {
   __atomic_store_n(&subAgent->connected_, connected, __ATOMIC_RELEASE);
 }
 
-void OnSessionStart(SNMPSubAgent* subAgent) {
+// Answers are small, and a master agent that has several requests under way
+// would wait for each while TCP waits for more to send.
+void SendAtOnce(void* session) {
+  // Null when another than the agent library raises the event.
+  netsnmp_transport* const transport = snmp_sess_transport(
+      snmp_sess_pointer(static_cast<netsnmp_session*>(session)));
+  if (transport == nullptr) return;
+  const int on = 1;
+  setsockopt(transport->sock, IPPROTO_TCP, TCP_NODELAY, &on, sizeof(on));
+}
+
+void OnSessionStart(SNMPSubAgent* subAgent, void* session) {
+  SendAtOnce(session);
   SetConnected(subAgent, true);
   CallApplication([&] { subAgent->OnSubAgentConnected(); });
   CallApplication([&] { subAgent->NotifySubAgentCallbacks(1); });
@@ -63,12 +79,12 @@ void SNMPSubAgent::NotifySubAgentCallbacks(int state) {
 }
 
 int SNMPSubAgent::snmp_subagent_callback(int /*majorID*/, int minorID,
-                                         void* /*serverArg*/, void* clientArg) {
+                                         void* serverArg, void* clientArg) {
   const NetSNMPAgentGuard guard;
   auto* const subAgent = static_cast<SNMPSubAgent*>(clientArg);
   if (!LivingSubAgents::Contains(subAgent)) return 0;
   if (minorID == SNMPD_CALLBACK_INDEX_START) {
-    OnSessionStart(subAgent);
+    OnSessionStart(subAgent, serverArg);
   } else if (minorID == SNMPD_CALLBACK_INDEX_STOP) {
     OnSessionStop(subAgent);
   }

@@ -36,6 +36,9 @@ void SetUpAgentLibrary(SNMPSubAgent* subAgent) {
     snmp_register_callback(SNMP_CALLBACK_APPLICATION, event,
                            SNMPSubAgent::snmp_subagent_callback, subAgent);
   }
+  // The agent library looks registrations up one after the other. Its cache,
+  // which only a master agent turns on, remembers where the last ones were.
+  netsnmp_set_lookup_cache_size(-1);
   NetSNMPNode::snmpSubAgent_ = subAgent;
   init_snmp(subAgent->agentName_.c_str());
 }

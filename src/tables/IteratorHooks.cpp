@@ -6,6 +6,7 @@
 #include "NetSNMPTableRow.h"
 #include "adapter/Containment.h"
 #include "tables/TableLookup.h"
+#include "values/LibraryValue.h"
 
 namespace {
 
@@ -15,13 +16,38 @@ const std::string& TableName(const netsnmp_iterator_info* info) {
   return *static_cast<const std::string*>(info->myvoid);
 }
 
+// The agent library reads an index's number through the varbind's value, which
+// is null after a value without storage.
+void WriteIndex(variable_list* varbind, NetSNMPNodeData* value) {
+  static const int kNone = 0;
+  NetSNMP::set_snmp_var_value(varbind, value);
+  if (varbind->val.string == nullptr) {
+    snmp_set_var_value(varbind, &kNone, sizeof(kNone));
+  }
+}
+
+// Writes the index values straight from the stored row. Returns false, with
+// varbinds to be written anew, if one is of a class of the application's.
+bool WriteStoredIndexes(const Row& row, variable_list* varbind) {
+  for (NetSNMPNodeData* value : row) {
+    if (varbind == nullptr) break;
+    if (value == nullptr || !value->isIndex_) continue;
+    if (!IsLibraryValue(*value)) return false;
+    WriteIndex(varbind, value);
+    varbind = varbind->next_variable;
+  }
+  return true;
+}
+
 // Hands `row` out as the data context with its indexes in `indexData`; null
 // without a row.
 variable_list* HandOut(Row* row, void** dataContext, variable_list* indexData) {
   if (row == nullptr) return nullptr;
   *dataContext = row;
-  NetSNMPTableRow workingRow(*row);
-  set_data_point_indices(workingRow, indexData);
+  if (!WriteStoredIndexes(*row, indexData)) {
+    NetSNMPTableRow workingRow(*row);
+    set_data_point_indices(workingRow, indexData);
+  }
   return indexData;
 }
 
@@ -39,16 +65,6 @@ variable_list* RunHook(const netsnmp_iterator_info* info, const Body& body) {
   return result;
 }
 
-// The agent library reads an index's number through the varbind's value, which
-// is null after a value without storage.
-void WriteIndex(variable_list* varbind, NetSNMPNodeData* value) {
-  static const int kNone = 0;
-  NetSNMP::set_snmp_var_value(varbind, value);
-  if (varbind->val.string == nullptr) {
-    snmp_set_var_value(varbind, &kNone, sizeof(kNone));
-  }
-}
-
 }  // namespace
 
 variable_list* table_get_first_data_point(void** loopContext,
@@ -60,7 +76,7 @@ variable_list* table_get_first_data_point(void** loopContext,
     const auto* const table = FindTable(TableName(info));
     if (table == nullptr || table->entryNode_ == nullptr) return nullptr;
     NetSNMPTableEntryNode* const entry = table->entryNode_;
-    Row* const row = entry->GetFirstRow();
+    Row* const row = entry->FirstCandidate();
     if (row != nullptr) *loopContext = entry;
     return HandOut(row, dataContext, indexData);
   });
@@ -72,7 +88,7 @@ variable_list* table_get_next_data_point(void** loopContext, void** dataContext,
   return RunHook(info, [&]() -> variable_list* {
     if (*loopContext == nullptr) return nullptr;
     auto* const entry = static_cast<NetSNMPTableEntryNode*>(*loopContext);
-    return HandOut(entry->GetNextRow(), dataContext, indexData);
+    return HandOut(entry->NextCandidate(), dataContext, indexData);
   });
 }
 

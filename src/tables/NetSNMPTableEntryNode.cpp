@@ -1,15 +1,18 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 #include "NetSNMPTableEntryNode.h"
 
-#include <memory>
+#include <iterator>
 
 #include "NetSNMPAgentGuard.h"
 #include "NetSNMPTableNode.h"
+#include "tables/RowIndex.h"
 #include "tables/RowPin.h"
+#include "tables/RowSelection.h"
 
 namespace {
 
 using Row = std::vector<NetSNMPNodeData*>;
+using Rows = std::map<std::string, Row*>;
 
 // Appends "." and the number to `key`; false, with `key` unchanged, if `value`
 // is not an integer index.
@@ -58,7 +61,9 @@ NetSNMPTableEntryNode::NetSNMPTableEntryNode(
       rowNamePrefix_(rowNamePrefix),
       columnCount_(columnCount),
       rowCursor_(rows_.end()),
-      tableNode_(tableNode) {
+      tableNode_(tableNode),
+      index_(new RowIndex(indexTemplate_)),
+      selection_(nullptr) {
   NetSNMPNodeData::CopyDataVector(indexTemplate, indexTemplate_);
   NetSNMPTableEntryNode::RegisterNode();
   if (tableNode_ != nullptr) tableNode_->TableEntryNode(this);
@@ -67,6 +72,7 @@ NetSNMPTableEntryNode::NetSNMPTableEntryNode(
 NetSNMPTableEntryNode::~NetSNMPTableEntryNode() {
   const NetSNMPAgentGuard guard;
   for (NetSNMPTableNode* table : servedBy_) table->entryNode_ = nullptr;
+  if (selection_ != nullptr) selection_->ForgetStore();
   while (!rows_.empty()) RemoveRow(std::string(rows_.begin()->first));
   NetSNMPNodeData::DestroyDataVector(indexTemplate_);
   LeaveRegistry();
@@ -93,8 +99,12 @@ bool NetSNMPTableEntryNode::AddRow(
   // The new row exists before the old one goes, so that nothing is lost when
   // there is no memory, and `values` may be the old row itself.
   Row*& slot = rows_[key];
-  if (slot != nullptr) Discard(slot);
+  if (slot != nullptr) {
+    index_->Leaving(key, *slot);
+    Discard(slot);
+  }
   slot = row.release();
+  index_->Filed(key, *slot);
   return true;
 }
 
@@ -102,23 +112,50 @@ bool NetSNMPTableEntryNode::RemoveRow(const std::string& rowName) {
   const auto found = rows_.find(rowName);
   if (found == rows_.end()) return false;
   if (rowCursor_ == found) rowCursor_ = rows_.end();
-  if (found->second != nullptr) Discard(found->second);
+  if (selection_ != nullptr) selection_->Forget(found);
+  if (found->second != nullptr) {
+    index_->Leaving(rowName, *found->second);
+    Discard(found->second);
+  }
   rows_.erase(found);
   return true;
 }
 
 std::vector<NetSNMPNodeData*>* NetSNMPTableEntryNode::GetRow(
     const std::string& rowName) {
-  const auto found = rows_.find(rowName);
-  return found == rows_.end() ? nullptr : found->second;
+  return HandOut(rows_.find(rowName));
 }
 
 std::vector<NetSNMPNodeData*>* NetSNMPTableEntryNode::GetFirstRow() {
   rowCursor_ = rows_.begin();
-  return rowCursor_ == rows_.end() ? nullptr : rowCursor_->second;
+  return HandOut(rowCursor_);
 }
 
 std::vector<NetSNMPNodeData*>* NetSNMPTableEntryNode::GetNextRow() {
   if (rowCursor_ != rows_.end()) ++rowCursor_;
-  return rowCursor_ == rows_.end() ? nullptr : rowCursor_->second;
+  return HandOut(rowCursor_);
+}
+
+std::vector<NetSNMPNodeData*>* NetSNMPTableEntryNode::FirstCandidate() {
+  if (selection_ != nullptr) return selection_->First();
+  return MoveCursor(rows_.begin());
+}
+
+std::vector<NetSNMPNodeData*>* NetSNMPTableEntryNode::NextCandidate() {
+  if (selection_ != nullptr) return selection_->Next();
+  return MoveCursor(rowCursor_ == rows_.end() ? rowCursor_
+                                              : std::next(rowCursor_));
+}
+
+std::vector<NetSNMPNodeData*>* NetSNMPTableEntryNode::MoveCursor(
+    Rows::iterator place) {
+  rowCursor_ = place;
+  return place == rows_.end() ? nullptr : place->second;
+}
+
+std::vector<NetSNMPNodeData*>* NetSNMPTableEntryNode::HandOut(
+    Rows::iterator place) {
+  if (place == rows_.end()) return nullptr;
+  if (place->second != nullptr) index_->HandedOut(place->first, *place->second);
+  return place->second;
 }

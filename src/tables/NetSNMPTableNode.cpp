@@ -7,6 +7,7 @@
 #include "NetSNMPAgentGuard.h"
 #include "NetSNMPTableEntryNode.h"
 #include "tables/IteratorInfo.h"
+#include "tables/RowSelector.h"
 
 NetSNMPTableNode::NetSNMPTableNode(unsigned long* oid, unsigned int oidLen,
                                    const std::string& name,
@@ -99,6 +100,7 @@ void NetSNMPTableNode::RegisterEntryNode() {
   // What the agent library refuses, it has freed.
   if (!iteratorRegistered_) handlerRegistration_ = nullptr;
   heldRegistration_ = handlerRegistration_;
+  if (iteratorRegistered_) PutRowSelectorBeforeIterator(heldRegistration_);
   NodeLogMessage(iteratorRegistered_
                      ? "Net-SNMP table iterator registration was successful."
                      : "Net-SNMP table iterator registration failed.");

@@ -6,6 +6,7 @@
 #include "NetSNMP.h"
 #include "NetSNMPTableEntryNode.h"
 #include "tables/RowPin.h"
+#include "tables/RowSelection.h"
 
 namespace {
 
@@ -14,17 +15,6 @@ using Row = std::vector<NetSNMPNodeData*>;
 // The name under which a request carries its pin from the first phase of a SET
 // to the last.
 constexpr char kPinName[] = "snmpsubagent_row_pin";
-
-Row* ChosenRow(const NetSNMPTableEntryNode& entry,
-               netsnmp_request_info* request) {
-  void* context = nullptr;
-  NetSNMP::extract_snmp_iterator_context(&context, request);
-  if (context == nullptr) return nullptr;
-  const auto stored =
-      std::find_if(entry.rows_.begin(), entry.rows_.end(),
-                   [&](const auto& row) { return row.second == context; });
-  return stored == entry.rows_.end() ? nullptr : stored->second;
-}
 
 void Pin(netsnmp_request_info* request, const Row* row) {
   netsnmp_request_add_list_data(
@@ -36,12 +26,24 @@ void Pin(netsnmp_request_info* request, const Row* row) {
 
 }  // namespace
 
-std::vector<NetSNMPNodeData*>* ServedRow(
+bool ServedRow::IsStored(const NetSNMPTableEntryNode& entry, const void* row) {
+  // Chosen in this very call, it need not be looked for.
+  if (entry.selection_ != nullptr &&
+      entry.selection_->Holds(static_cast<const Row*>(row))) {
+    return true;
+  }
+  return std::any_of(entry.rows_.begin(), entry.rows_.end(),
+                     [&](const auto& stored) { return stored.second == row; });
+}
+
+std::vector<NetSNMPNodeData*>* ServedRow::Of(
     const NetSNMPTableEntryNode& entry,
     const netsnmp_agent_request_info_s& requestInfo,
     netsnmp_request_info_s* request) {
-  Row* const row = ChosenRow(entry, request);
-  if (row == nullptr) return nullptr;
+  void* context = nullptr;
+  NetSNMP::extract_snmp_iterator_context(&context, request);
+  if (context == nullptr || !IsStored(entry, context)) return nullptr;
+  auto* const row = static_cast<Row*>(context);
   const auto* const pin = static_cast<const RowPin*>(
       netsnmp_request_get_list_data(request, kPinName));
   if (pin != nullptr) return pin->Holds(row) ? row : nullptr;

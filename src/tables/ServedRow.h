@@ -9,12 +9,18 @@ class NetSNMPTableEntryNode;
 struct netsnmp_agent_request_info_s;
 struct netsnmp_request_info_s;
 
-// The row that the agent library's table iterator chose for a request, or null
-// if it found none, or the application has replaced or removed it since:
-// between the phases of a SET it may.
-std::vector<NetSNMPNodeData*>* ServedRow(
-    const NetSNMPTableEntryNode& entry,
-    const netsnmp_agent_request_info_s& requestInfo,
-    netsnmp_request_info_s* request);
+// The row that the agent library's table iterator chose for a request.
+class ServedRow {
+ public:
+  // The row, or null if the iterator found none, or the application has
+  // replaced or removed it since: between the phases of a SET it may.
+  static std::vector<NetSNMPNodeData*>* Of(
+      const NetSNMPTableEntryNode& entry,
+      const netsnmp_agent_request_info_s& requestInfo,
+      netsnmp_request_info_s* request);
+
+ private:
+  static bool IsStored(const NetSNMPTableEntryNode& entry, const void* row);
+};
 
 #endif  // SNMPSUBAGENT_TABLES_SERVEDROW_H_

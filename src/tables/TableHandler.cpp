@@ -9,6 +9,7 @@
 #include "nodes/NodeWatch.h"
 #include "tables/ServedRow.h"
 #include "tables/TableLookup.h"
+#include "values/LibraryValue.h"
 
 namespace {
 
@@ -69,25 +70,59 @@ unsigned int ColumnOf(netsnmp_request_info* request) {
   return info == nullptr ? 0 : info->colnum;
 }
 
+// The stored cell of a column, counted from 1 along the index values and then
+// the others; null if there is none.
+NetSNMPNodeData* CellOf(const std::vector<NetSNMPNodeData*>& row,
+                        unsigned int column) {
+  if (column == 0) return nullptr;
+  for (const bool index : {true, false}) {
+    for (NetSNMPNodeData* value : row) {
+      if (value == nullptr || value->isIndex_ != index) continue;
+      if (--column == 0) return value;
+    }
+  }
+  return nullptr;
+}
+
+// Serves a cell by a copy of its row, which is how a SET leaves the stored row
+// as it is.
+int ServeCopy(const NetSNMPTableNode& table,
+              const std::vector<NetSNMPNodeData*>& row, unsigned int column,
+              const std::string& rowKey, variable_list* varbind, int mode) {
+  NetSNMPTableRow workingRow(row);
+  NetSNMPNodeData* const cell = workingRow.fullRow_[column - 1];
+  const TransientNode owner(table, rowKey, *varbind, *cell);
+  cell->ownerNode_ = owner.Get();
+  return NetSNMP::handle_snmp_request(varbind, cell, mode);
+}
+
+// Whether nobody can tell that no copy is made: the value is only read, and no
+// node of the row key's name is there to be displaced.
+bool MayReadStored(const NetSNMPNodeData& cell, const std::string& rowKey,
+                   int mode) {
+  return (mode == MODE_GET || mode == MODE_GETNEXT) && IsLibraryValue(cell) &&
+         NetSNMPNode::nodeMap_->count(rowKey) == 0;
+}
+
 // Serves one cell. Returns false, with the request untouched, if there is no
 // such row or the row has no such column; else `result` is the status.
 bool ServeCell(const NetSNMPTableNode& table,
                const netsnmp_agent_request_info& requestInfo,
                netsnmp_request_info* request, int& result) {
   if (table.entryNode_ == nullptr) return false;
-  const auto* const row = ServedRow(*table.entryNode_, requestInfo, request);
+  const auto* const row =
+      ServedRow::Of(*table.entryNode_, requestInfo, request);
   if (row == nullptr) return false;
-  // The cell is a copy: a SET leaves the stored row as it is.
-  NetSNMPTableRow workingRow(*row);
   const unsigned int column = ColumnOf(request);
-  if (column == 0 || column > workingRow.fullRow_.size()) return false;
-  NetSNMPNodeData* const cell = workingRow.fullRow_[column - 1];
+  NetSNMPNodeData* const cell = CellOf(*row, column);
+  if (cell == nullptr) return false;
   std::string rowKey;
   table.entryNode_->GetRowName(*row, rowKey);
-  const TransientNode owner(table, rowKey, *request->requestvb, *cell);
-  cell->ownerNode_ = owner.Get();
+  const int mode = requestInfo.mode;
   result =
-      NetSNMP::handle_snmp_request(request->requestvb, cell, requestInfo.mode);
+      MayReadStored(*cell, rowKey, mode)
+          ? NetSNMP::handle_snmp_request(request->requestvb, cell, mode)
+          : ServeCopy(table, *row, column, rowKey, request->requestvb, mode);
   return true;
 }
 

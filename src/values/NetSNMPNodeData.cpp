@@ -109,7 +109,8 @@ void* NetSNMPNodeData::StorageOf(eNodeDataType ownType) const {
 }
 
 void NetSNMPNodeData::ValueSet(bool notify) const {
+  static const std::string kMessage = "data value set.";
   const NodeWatch watch(ownerNode_);
   if (notify) OnSetNodeValue();
-  if (watch.Alive()) NodeDataLogMessage("data value set.");
+  if (watch.Alive()) NodeDataLogMessage(kMessage);
 }

@@ -2,6 +2,7 @@
 #include <iomanip>
 #include <locale>
 #include <sstream>
+#include <typeinfo>
 
 #include "NetSNMPDataNode.h"
 #include "NetSNMPNodeData.h"
@@ -57,6 +58,11 @@ std::string NetSNMPNodeData::NodeDataToString() const {
 
 void NetSNMPNodeData::NodeDataLogMessage(const std::string& message) const {
   if (ownerNode_ == nullptr) return;
+  // Not rendered for nobody; an override of the application's gets it always.
+  if (NetSNMPNode::NodeMsgLogger_ == nullptr &&
+      typeid(*ownerNode_) == typeid(NetSNMPDataNode)) {
+    return;
+  }
   ownerNode_->NodeLogMessage("Node Data = " + NodeDataToString() + "; " +
                              message);
 }

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#include "values/LibraryValue.h"
+
+#include <typeinfo>
+
+#include "NetSNMPBoolNodeData.h"
+#include "NetSNMPByteNodeData.h"
+#include "NetSNMPCharNodeData.h"
+#include "NetSNMPIntNodeData.h"
+#include "NetSNMPStringNodeData.h"
+#include "NetSNMPUnsignedIntNodeData.h"
+
+bool IsLibraryValue(const NetSNMPNodeData& value) {
+  switch (value.dataType_) {
+    case eNodeDataInt:
+      return typeid(value) == typeid(NetSNMPIntNodeData);
+    case eNodeDataUnsignedInt:
+      return typeid(value) == typeid(NetSNMPUnsignedIntNodeData);
+    case eNodeDataString:
+      return typeid(value) == typeid(NetSNMPStringNodeData);
+    case eNodeDataChar:
+      return typeid(value) == typeid(NetSNMPCharNodeData);
+    case eNodeDataBool:
+      return typeid(value) == typeid(NetSNMPBoolNodeData);
+    case eNodeDataByte:
+      return typeid(value) == typeid(NetSNMPByteNodeData);
+    default:
+      return false;
+  }
+}
