@@ -71,11 +71,13 @@ SNMPSUBAGENT_EXPORT int init_snmp_agent(const std::string& name);
 // init_snmp, with the library's alarms left to the select loop instead of a
 // signal. Returns 0.
 SNMPSUBAGENT_EXPORT int init_snmp_snmp(const std::string& name);
-// snmp_shutdown. Returns 0.
+// snmp_shutdown. Nodes find themselves disconnected afterwards. Returns 0.
 SNMPSUBAGENT_EXPORT int shutdown_snmp(const std::string& name);
-// shutdown_agent. Returns 0.
+// shutdown_agent. Nodes find themselves disconnected afterwards. Returns 0.
 SNMPSUBAGENT_EXPORT int shutdown_snmp_agent();
-// snmp_register_callback
+// snmp_register_callback. An `arg` that is still registered when the agent
+// library is shut down is freed by it: null, or from malloc, or to be taken
+// back before.
 SNMPSUBAGENT_EXPORT int register_snmp_callback(
     int major, int minor, int (*fn)(int, int, void*, void*), void* arg);
 // snmp_unregister_callback
@@ -98,7 +100,7 @@ SNMPSUBAGENT_EXPORT int init_snmp_tdomain(netsnmp_tdomain* domain,
 // netsnmp_tdomain_register
 SNMPSUBAGENT_EXPORT int register_snmp_tdomain(netsnmp_tdomain* domain);
 // netsnmp_tdomain_unregister, then free(domain), which must come from malloc.
-// Its list of prefixes is not freed.
+// The list of prefixes is freed if the domain was registered, else not at all.
 SNMPSUBAGENT_EXPORT int unregister_snmp_tdomain(netsnmp_tdomain* domain);
 
 // ---- Handlers and registrations ----
@@ -173,7 +175,8 @@ SNMPSUBAGENT_EXPORT int add_index_snmp_dataset(netsnmp_table_row* row,
                                                const unsigned char* value,
                                                unsigned int valueLen);
 // netsnmp_set_row_column and, if that succeeded,
-// netsnmp_mark_row_column_writable. Returns the result of the first.
+// netsnmp_mark_row_column_writable. Returns the result of the first. A column
+// that has a value is to be cleared first, with type SNMP_NOSUCHINSTANCE.
 SNMPSUBAGENT_EXPORT int set_snmp_dataset_row_col(
     netsnmp_table_row* row, unsigned int column, unsigned char type,
     const char* value, unsigned int valueLen, int writable);

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 #include "NetSNMP.h"
 #include "adapter/MasterExchange.h"
+#include "runtime/AgentShutdown.h"
 
 int NetSNMP::init_snmp_agent(const std::string& name) {
   const MasterExchange exchange;
@@ -23,6 +24,7 @@ int NetSNMP::shutdown_snmp(const std::string& name) {
 
 int NetSNMP::shutdown_snmp_agent() {
   const MasterExchange exchange;
+  PartWithAgentLibrary();
   shutdown_agent();
   return 0;
 }

@@ -7,6 +7,7 @@
 #include "NetworkInterfaces.h"
 #include "adapter/Containment.h"
 #include "adapter/SigpipeBlock.h"
+#include "runtime/AgentShutdown.h"
 #include "runtime/LivingSubAgents.h"
 
 namespace {
@@ -36,6 +37,7 @@ void SetUpAgentLibrary(SNMPSubAgent* subAgent) {
     snmp_register_callback(SNMP_CALLBACK_APPLICATION, event,
                            SNMPSubAgent::snmp_subagent_callback, subAgent);
   }
+  PartOnShutdown();
   // The agent library looks registrations up one after the other. Its cache,
   // which only a master agent turns on, remembers where the last ones were.
   netsnmp_set_lookup_cache_size(-1);

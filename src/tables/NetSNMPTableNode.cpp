@@ -6,6 +6,7 @@
 #include "NetSNMP.h"
 #include "NetSNMPAgentGuard.h"
 #include "NetSNMPTableEntryNode.h"
+#include "adapter/HeldRegistration.h"
 #include "tables/IteratorInfo.h"
 #include "tables/RowSelector.h"
 
@@ -136,7 +137,9 @@ int NetSNMPTableNode::Withdraw() {
   netsnmp_handler_registration* const registration = heldRegistration_;
   if (handlerRegistration_ == registration) handlerRegistration_ = nullptr;
   heldRegistration_ = nullptr;
-  return NetSNMP::unregister_snmp_handler(registration);
+  return AgentHolds(registration, nodeOID_, nodeOIDLen_)
+             ? NetSNMP::unregister_snmp_handler(registration)
+             : MIB_NO_SUCH_REGISTRATION;
 }
 
 void NetSNMPTableNode::ForgetRegistration() {
