@@ -1,0 +1,25 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#ifndef EVENTLOG_H_
+#define EVENTLOG_H_
+
+#include <string>
+
+class NetSNMPDataSetTableNode;
+
+// thermalEventTable: the last events.
+class EventLog {
+ public:
+  // Builds the table's node, which the registry owns.
+  EventLog();
+
+  // Adds an event behind the others; the oldest one goes when there are more
+  // than the table keeps. Without effect until the node was registered, which
+  // makes the dataset.
+  void Add(const std::string& text);
+
+ private:
+  NetSNMPDataSetTableNode* table_;  // the registry's
+  unsigned int count_ = 0;          // of all events so far
+};
+
+#endif  // EVENTLOG_H_

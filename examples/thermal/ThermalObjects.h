@@ -1,0 +1,15 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#ifndef THERMALOBJECTS_H_
+#define THERMALOBJECTS_H_
+
+class ThermalController;
+
+// Builds the nodes of THERMAL-EXAMPLE-MIB over the members of `controller`,
+// which must outlive them. The registry owns them.
+void BuildThermalObjects(ThermalController& controller);
+
+// Seconds between two measurements, as a manager has set them.
+// Requires: a NetSNMPAgentGuard while the subagent runs.
+unsigned int SampleInterval();
+
+#endif  // THERMALOBJECTS_H_
