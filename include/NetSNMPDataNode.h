@@ -2,6 +2,7 @@
 #ifndef SNMPSUBAGENT_NETSNMPDATANODE_H_
 #define SNMPSUBAGENT_NETSNMPDATANODE_H_
 
+#include <memory>
 #include <string>
 
 #include "NetSNMPNode.h"
@@ -84,12 +85,12 @@ class SNMPSUBAGENT_EXPORT NetSNMPDataNode : public NetSNMPNode,
 
  private:
   // Constructed under one guard, so that no other thread meets a half-built
-  // node in the registry.
+  // node in the registry, and from copies, since the originals may belong to
+  // the older node that this one destroys.
   NetSNMPDataNode(const NetSNMPAgentGuard& guard, unsigned long* oid,
                   unsigned int oidLen, const std::string& name,
-                  const NetSNMPNodeData& data,
-                  void (*trapCallback)(NetSNMPDataNode*),
-                  const std::string& trapName);
+                  std::unique_ptr<NetSNMPNodeData> data,
+                  void (*trapCallback)(NetSNMPDataNode*), std::string trapName);
 };
 
 // The agent library's request handler of every scalar. Serves the first request

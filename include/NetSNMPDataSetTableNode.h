@@ -60,7 +60,8 @@ class SNMPSUBAGENT_EXPORT NetSNMPDataSetTableNode : public NetSNMPNode {
 
  private:
   // Constructed under one guard, so that no other thread meets a half-built
-  // node in the registry.
+  // node in the registry, and from copies, since the originals may belong to
+  // the older node that this one destroys.
   NetSNMPDataSetTableNode(const NetSNMPAgentGuard& guard, unsigned long* oid,
                           unsigned int oidLen, const std::string& name,
                           const NetSNMPNodeData& accessData,

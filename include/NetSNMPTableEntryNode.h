@@ -110,7 +110,8 @@ class SNMPSUBAGENT_EXPORT NetSNMPTableEntryNode : public NetSNMPNode {
   friend class ServedRow;
 
   // Constructed under one guard, so that no other thread meets a half-built
-  // node in the registry.
+  // node in the registry, and from copies, since the originals may belong to
+  // the older node that this one destroys.
   NetSNMPTableEntryNode(const NetSNMPAgentGuard& guard, unsigned long* oid,
                         unsigned int oidLen, const std::string& name,
                         const std::string& rowNamePrefix,

@@ -83,7 +83,8 @@ class SNMPSUBAGENT_EXPORT NetSNMPTableNode : public NetSNMPNode,
   friend class NetSNMPTableEntryNode;
 
   // Constructed under one guard, so that no other thread meets a half-built
-  // node in the registry.
+  // node in the registry, and from copies, since the originals may belong to
+  // the older node that this one destroys.
   NetSNMPTableNode(const NetSNMPAgentGuard& guard, unsigned long* oid,
                    unsigned int oidLen, const std::string& name,
                    const NetSNMPNodeData& accessData,

@@ -4,9 +4,12 @@
 #include "values/TruthValue.h"
 
 int NetSNMP::get_snmp_value(variable_list* var, NetSNMPNodeData* value) {
-  return snmp_set_var_typed_value(var, value->NodeASNDataType(),
-                                  value->NodeByteValue(),
-                                  value->NodeValueSize());
+  const unsigned char* const bytes = value->NodeByteValue();
+  const unsigned int size = value->NodeValueSize();
+  // Refused by the agent library too, but only after it has made the varbind an
+  // integer without a number, through which it reads when it sends the answer.
+  if (bytes == nullptr && size > 0) return SNMP_ERR_TOOBIG;
+  return snmp_set_var_typed_value(var, value->NodeASNDataType(), bytes, size);
 }
 
 int NetSNMP::set_snmp_var_value(variable_list* var, NetSNMPNodeData* value) {

@@ -22,7 +22,8 @@ NetSNMPDataNode::NetSNMPDataNode(unsigned long* oid, unsigned int oidLen,
                                  const NetSNMPNodeData& data,
                                  void (*trapCallback)(NetSNMPDataNode*),
                                  const std::string& trapName)
-    : NetSNMPDataNode(NetSNMPAgentGuard(), oid, oidLen, name, data,
+    : NetSNMPDataNode(NetSNMPAgentGuard(), oid, oidLen, name,
+                      std::unique_ptr<NetSNMPNodeData>(data.Clone()),
                       trapCallback, trapName) {}
 
 NetSNMPDataNode::NetSNMPDataNode(unsigned long* oid, unsigned int oidLen,
@@ -30,18 +31,18 @@ NetSNMPDataNode::NetSNMPDataNode(unsigned long* oid, unsigned int oidLen,
                                  eNodeAccessMode access, void* storage,
                                  void (*trapCallback)(NetSNMPDataNode*),
                                  const std::string& trapName)
-    : NetSNMPDataNode(NetSNMPAgentGuard(), oid, oidLen, name,
+    : NetSNMPDataNode(oid, oidLen, name,
                       NetSNMPNodeData(type, access, storage, nullptr),
                       trapCallback, trapName) {}
 
 NetSNMPDataNode::NetSNMPDataNode(const NetSNMPAgentGuard&, unsigned long* oid,
                                  unsigned int oidLen, const std::string& name,
-                                 const NetSNMPNodeData& data,
+                                 std::unique_ptr<NetSNMPNodeData> data,
                                  void (*trapCallback)(NetSNMPDataNode*),
-                                 const std::string& trapName)
+                                 std::string trapName)
     : NetSNMPNode(oid, oidLen, name),
       NetSNMPTrapTrigger(trapCallback, trapName),
-      nodeData_(data.Clone()),
+      nodeData_(data.release()),
       handlerRegistration_(nullptr) {
   if (nodeData_ == nullptr) return;
   nodeData_->ownerNode_ = this;

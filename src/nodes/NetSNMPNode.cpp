@@ -86,9 +86,10 @@ void NetSNMPNode::Initialize(unsigned long* oid, unsigned int oidLen) {
   nodeMap_->erase(entry.first);
   delete older;
   mapped_ = false;
-  // The virtual slot is entered once more, with a copy of the OID made already
-  // that is not released: both are part of the contract with subclasses.
-  Initialize(oid, oidLen);
+  // The virtual slot is entered once more, and the copy of the OID made already
+  // is not released: both are part of the contract with subclasses. The
+  // caller's OID may have been that of the node just destroyed.
+  Initialize(nodeOID_, oidLen);
 }
 
 unsigned int NetSNMPNode::CopyOID(unsigned long* oid, unsigned int oidLen) {

@@ -4,6 +4,7 @@
 #include "NetSNMP.h"
 #include "NetSNMPAgentGuard.h"
 #include "adapter/DataSetRelease.h"
+#include "values/OwnedValues.h"
 
 namespace {
 
@@ -33,7 +34,8 @@ NetSNMPDataSetTableNode::NetSNMPDataSetTableNode(
     const NetSNMPNodeData& accessData,
     const std::vector<NetSNMPNodeData*>& columns)
     : NetSNMPDataSetTableNode(NetSNMPAgentGuard(), oid, oidLen, name,
-                              accessData, columns) {}
+                              NetSNMPNodeData(accessData),
+                              OwnedValues(columns).Get()) {}
 
 NetSNMPDataSetTableNode::NetSNMPDataSetTableNode(
     const NetSNMPAgentGuard&, unsigned long* oid, unsigned int oidLen,

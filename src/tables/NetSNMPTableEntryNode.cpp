@@ -8,6 +8,7 @@
 #include "tables/RowIndex.h"
 #include "tables/RowPin.h"
 #include "tables/RowSelection.h"
+#include "values/OwnedValues.h"
 
 namespace {
 
@@ -48,9 +49,9 @@ NetSNMPTableEntryNode::NetSNMPTableEntryNode(
     const std::string& rowNamePrefix,
     const std::vector<NetSNMPNodeData*>& indexTemplate,
     unsigned int columnCount, NetSNMPTableNode* tableNode)
-    : NetSNMPTableEntryNode(NetSNMPAgentGuard(), oid, oidLen, name,
-                            rowNamePrefix, indexTemplate, columnCount,
-                            tableNode) {}
+    : NetSNMPTableEntryNode(
+          NetSNMPAgentGuard(), oid, oidLen, name, std::string(rowNamePrefix),
+          OwnedValues(indexTemplate).Get(), columnCount, tableNode) {}
 
 NetSNMPTableEntryNode::NetSNMPTableEntryNode(
     const NetSNMPAgentGuard&, unsigned long* oid, unsigned int oidLen,

@@ -15,8 +15,9 @@ NetSNMPTableNode::NetSNMPTableNode(unsigned long* oid, unsigned int oidLen,
                                    const NetSNMPNodeData& accessData,
                                    void (*callback)(NetSNMPDataNode*),
                                    const std::string& trapNodeName)
-    : NetSNMPTableNode(NetSNMPAgentGuard(), oid, oidLen, name, accessData,
-                       callback, trapNodeName) {}
+    : NetSNMPTableNode(NetSNMPAgentGuard(), oid, oidLen, name,
+                       NetSNMPNodeData(accessData), callback,
+                       std::string(trapNodeName)) {}
 
 NetSNMPTableNode::NetSNMPTableNode(const NetSNMPAgentGuard&, unsigned long* oid,
                                    unsigned int oidLen, const std::string& name,
