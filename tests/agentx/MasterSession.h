@@ -1,0 +1,78 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#ifndef SNMPSUBAGENT_TESTS_AGENTX_MASTERSESSION_H_
+#define SNMPSUBAGENT_TESTS_AGENTX_MASTERSESSION_H_
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <vector>
+
+#include "agentx/Codec.h"
+#include "agentx/Pdu.h"
+#include "integration/support/FileDescriptor.h"
+
+namespace agentx {
+
+// The master agent's end of one AgentX session. It grants the subagent whatever
+// it asks for, and puts requests of its own.
+//
+// Every operation that waits throws std::runtime_error if the subagent stays
+// silent for too long or closes the connection.
+//
+// Threads: one.
+class MasterSession {
+ public:
+  // `patience` is how long the subagent may stay silent while it is waited for.
+  MasterSession(support::FileDescriptor connection,
+                std::chrono::seconds patience);
+
+  // Grants what the subagent asks until `done` holds, which is asked after
+  // every message.
+  void ServeUntil(const std::function<bool()>& done);
+
+  // Sends a request, as part of a new transaction; returns the packet id that
+  // its response will have.
+  std::uint32_t Send(const Body& request);
+
+  // The next response to a request, whichever it answers. What the subagent
+  // asks meanwhile is granted.
+  Pdu Receive();
+
+  // Sends a request and returns its response, as part of a new transaction or
+  // of the one named. Requires: no other is open.
+  Response Ask(const Body& request);
+  Response Ask(const Body& request, std::uint32_t transactionId);
+
+  // The number of a transaction that is still to begin.
+  std::uint32_t NewTransaction() { return ++lastTransactionId_; }
+
+  // A SET in all its phases: the response to CommitSet or, when the subagent
+  // refuses, to TestSet. When it returns, the value is written.
+  Response Set(const std::vector<Varbind>& varbinds);
+
+  // The subtrees that are registered now.
+  const std::vector<Oid>& Registered() const { return registered_; }
+
+  // The notifications received since the last call.
+  std::vector<Notify> TakeNotifications();
+
+ private:
+  Pdu Next();
+  std::uint32_t Send(const Body& request, std::uint32_t transactionId);
+  void SendBytes(const Bytes& bytes);
+  // Takes note of what the subagent asks and grants it.
+  void Grant(const Pdu& asked);
+  std::uint32_t Uptime() const;
+
+  support::FileDescriptor connection_;
+  std::chrono::steady_clock::time_point start_;
+  Bytes received_;  // and not yet consumed
+  std::uint32_t lastPacketId_ = 0;
+  std::uint32_t lastTransactionId_ = 0;
+  std::vector<Oid> registered_;
+  std::vector<Notify> notifications_;
+};
+
+}  // namespace agentx
+
+#endif  // SNMPSUBAGENT_TESTS_AGENTX_MASTERSESSION_H_

@@ -1,0 +1,74 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+//
+// Every request is put to a table twice: as the library serves it, and served
+// in the plainest way by the same public operations. Both must answer alike,
+// byte by byte, and do alike: log lines, notifications, variables, row cursor.
+//
+// SNMPSUBAGENT_DIFFERENTIAL_SEED repeats a run, SNMPSUBAGENT_DIFFERENTIAL_TIMES
+// makes it that many times longer.
+#include <gtest/gtest.h>
+
+#include <cstdlib>
+
+#include "World.h"
+
+namespace {
+
+std::uint32_t Setting(const char* variable, std::uint32_t otherwise) {
+  const char* const text = std::getenv(variable);
+  return text == nullptr
+             ? otherwise
+             : static_cast<std::uint32_t>(std::strtoul(text, nullptr, 10));
+}
+
+void ExpectAlike(const std::vector<Shape>& shapes, std::uint32_t requests) {
+  const std::uint32_t seed =
+      Setting("SNMPSUBAGENT_DIFFERENTIAL_SEED", 20240101);
+  requests *= Setting("SNMPSUBAGENT_DIFFERENTIAL_TIMES", 1);
+  std::printf("seed %u, %u requests\n", seed, requests);
+  World world(shapes, seed);
+  for (std::uint32_t i = 0; i < requests; ++i) {
+    const std::string difference = world.Step();
+    ASSERT_TRUE(difference.empty())
+        << "request " << i << ", seed " << seed << "\n"
+        << difference;
+  }
+}
+
+const std::vector<eNodeDataType> kOneIndex{eNodeDataInt};
+const std::vector<eNodeDataType> kUnsignedIndex{eNodeDataUnsignedInt};
+const std::vector<eNodeDataType> kTwoIndexes{eNodeDataInt,
+                                             eNodeDataUnsignedInt};
+
+TEST(Tables, AnswerAlikeWhenSmall) {
+  ExpectAlike({{kOneIndex, 4, 0, false, false},
+               {kOneIndex, 4, 3, false, false},
+               {kUnsignedIndex, 2, 5, false, false},
+               {kTwoIndexes, 5, 8, false, false}},
+              12000);
+}
+
+TEST(Tables, AnswerAlikeWithManyRows) {
+  ExpectAlike(
+      {{kOneIndex, 3, 60, false, false}, {kTwoIndexes, 6, 150, false, false}},
+      4000);
+}
+
+TEST(Tables, AnswerAlikeWithVeryManyRows) {
+  ExpectAlike({{kTwoIndexes, 4, 1500, false, false}}, 600);
+}
+
+// Rows over variables, changed after they were handed out, behind the store's
+// back, with indexes that are no numbers.
+TEST(Tables, AnswerAlikeWhenRowsAreOdd) {
+  ExpectAlike(
+      {{kOneIndex, 4, 6, true, false}, {kTwoIndexes, 5, 12, true, false}},
+      15000);
+}
+
+TEST(Tables, AnswerAlikeWhenValuesLoseTheirStorage) {
+  ExpectAlike(
+      {{kOneIndex, 4, 6, false, true}, {kTwoIndexes, 5, 12, true, true}}, 6000);
+}
+
+}  // namespace

@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#include "AgentXConnection.h"
+
+#include <arpa/inet.h>
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <sys/socket.h>
+
+#include <filesystem>
+#include <stdexcept>
+#include <string>
+
+#include "Deadlines.h"
+#include "WaitFor.h"
+
+namespace support {
+namespace {
+
+bool IsConnectedTo(int descriptor, int port) {
+  sockaddr_in peer{};
+  socklen_t length = sizeof(peer);
+  return getpeername(descriptor, reinterpret_cast<sockaddr*>(&peer), &length) ==
+             0 &&
+         peer.sin_family == AF_INET && ntohs(peer.sin_port) == port;
+}
+
+int FindDescriptor(int port) {
+  for (const auto& entry :
+       std::filesystem::directory_iterator("/proc/self/fd")) {
+    const int descriptor = std::stoi(entry.path().filename());
+    if (IsConnectedTo(descriptor, port)) return descriptor;
+  }
+  throw std::runtime_error("no connection to port " + std::to_string(port));
+}
+
+int TcpState(int descriptor) {
+  tcp_info info{};
+  socklen_t length = sizeof(info);
+  getsockopt(descriptor, IPPROTO_TCP, TCP_INFO, &info, &length);
+  return info.tcpi_state;
+}
+
+}  // namespace
+
+AgentXConnection::AgentXConnection(int masterPort)
+    : descriptor_(FindDescriptor(masterPort)) {}
+
+// Writing to a connection whose other end is closed makes the system there
+// answer with a reset.
+bool AgentXConnection::WaitUntilBroken() const {
+  return WaitFor(
+      [this] {
+        send(descriptor_, "", 1, MSG_NOSIGNAL);
+        return TcpState(descriptor_) == TCP_CLOSE;
+      },
+      Deadlines::Session());
+}
+
+}  // namespace support

@@ -1,0 +1,30 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#ifndef SNMPSUBAGENT_TESTS_CONNECTIONRECEIVER_H_
+#define SNMPSUBAGENT_TESTS_CONNECTIONRECEIVER_H_
+
+#include <mutex>
+#include <vector>
+
+#include "ISNMPSubAgentCallback.h"
+
+namespace support {
+
+// A receiver of connection changes that remembers what it was told.
+class ConnectionReceiver : public ISNMPSubAgentCallback {
+ public:
+  void SubAgentStateChanged(int state) override;
+
+  // All states that it was told, in order.
+  std::vector<int> States() const;
+
+  // Waits until it was told exactly these; returns whether it was.
+  bool WaitForStates(const std::vector<int>& states) const;
+
+ private:
+  mutable std::mutex mutex_;
+  std::vector<int> states_;
+};
+
+}  // namespace support
+
+#endif  // SNMPSUBAGENT_TESTS_CONNECTIONRECEIVER_H_
