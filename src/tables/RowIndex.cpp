@@ -67,13 +67,15 @@ bool RowIndex::Order(const Row& row, Oid& oid, Place& place,
     const unsigned char type =
         index == nullptr ? 0 : index->NodeIndexASNDataType();
     if (type == 0 || !IsPlainInteger(*value)) return false;
-    const void* const number = value->NodeDataValue();
-    if (number == nullptr) return false;
-    certain = certain && value->localData_ != nullptr;
+    if (value->NodeDataValue() == nullptr) return false;
     if (value->dataType_ == eNodeDataInt) {
       place.signedIndexes |= std::uint64_t{1} << position;
     }
-    oid.push_back(SubIdentifier(number, type));
+    // Variables of the application are not read: they may be gone before their
+    // row is.
+    const void* const number = value->localData_;
+    certain = certain && number != nullptr;
+    oid.push_back(number == nullptr ? 0 : SubIdentifier(number, type));
   }
   const bool complete = oid.size() == indexTemplate_.size();
   floating = complete && !certain;

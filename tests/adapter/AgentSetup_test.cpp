@@ -124,6 +124,8 @@ TEST_F(AnAgentSetUpDeathTest, ReadsItsConfigurationAndLeavesAlarmsToTheLoop) {
                                     NoteSignalSetting, nullptr);
     EXPECT_EQ(NetSNMP::init_snmp_snmp("lonely"), 0);
     EXPECT_EQ(signalSetting, 1);
+    EXPECT_STREQ(netsnmp_ds_get_string(kLibrary, NETSNMP_DS_LIB_APPTYPE),
+                 "lonely");
     EXPECT_EQ(
         netsnmp_ds_get_int(kApplication, NETSNMP_DS_AGENT_AGENTX_PING_INTERVAL),
         4711);

@@ -83,6 +83,9 @@ TEST_F(AValueOnItsWay, IsCopiedIntoAVarbindWithItsType) {
 TEST_F(AValueOnItsWay, IsNotCopiedWithoutStorage) {
   const Varbind varbind = Varbind::Text("before");
   EXPECT_NE(NetSNMP::get_snmp_value(varbind, &withoutStorage_), 0);
+  // Not an integer without a number, which the agent library would read.
+  EXPECT_EQ(varbind->type, ASN_OCTET_STR);
+  EXPECT_EQ(varbind.Bytes(), "before");
   EXPECT_NE(NetSNMP::set_snmp_var_value(varbind, &withoutStorage_), 0);
 }
 

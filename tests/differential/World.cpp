@@ -119,7 +119,7 @@ std::string World::Step() {
   Requests requests;
   {
     const NetSNMPAgentGuard guard;
-    if (random_.OneIn(4)) random_.Element(tables_).Change(random_);
+    if (random_.OneIn(2)) random_.Element(tables_).Change(random_);
     requests = RandomExchange();
   }
   TakeLines();

@@ -6,7 +6,6 @@
 #include <memory>
 #include <type_traits>
 
-#include "NetSNMPDataNode.h"
 #include "support/Layout.h"
 #include "support/NodeLog.h"
 #include "support/Oid.h"
@@ -49,7 +48,6 @@ class CountingNode : public NetSNMPNode {
   std::vector<std::unique_ptr<unsigned long[]>> copies_;
 };
 
-// These run before any other test of their process has set a static.
 TEST(TheNodeStatics, AreZeroAtLoad) {
   EXPECT_EQ(NetSNMPNode::nodeMap_, nullptr);
   EXPECT_EQ(NetSNMPNode::snmpSubAgent_, nullptr);

@@ -17,7 +17,6 @@ namespace {
 using testing::ElementsAre;
 using testing::ElementsAreArray;
 using testing::IsEmpty;
-using testing::Pair;
 
 const std::vector<std::string> kIdlePass = {
     "snmp_select_info", "select",

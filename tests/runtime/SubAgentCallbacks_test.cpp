@@ -2,21 +2,19 @@
 #include <gmock/gmock.h>
 
 #include <memory>
-#include <stdexcept>
 #include <type_traits>
+#include <utility>
+#include <vector>
 
-#include "CallJournal.h"
 #include "ISNMPSubAgentCallback.h"
 #include "LoggedLines.h"
 #include "NetSNMP.h"
 #include "SNMPSubAgent.h"
-#include "adapter/Containment.h"
 #include "support/VirtualSlot.h"
 
 namespace {
 
 using testing::ElementsAre;
-using testing::HasSubstr;
 using testing::IsEmpty;
 
 using Journal = std::vector<std::string>;

@@ -3,8 +3,8 @@
 #include <pthread.h>
 
 #include <cerrno>
+#include <functional>
 #include <future>
-#include <thread>
 
 #include "CallJournal.h"
 #include "ISNMPSubAgentCallback.h"
@@ -12,7 +12,8 @@
 #include "LonelySubAgent.h"
 #include "NetSNMP.h"
 #include "NetSNMPAgentGuard.h"
-#include "integration/support/Deadlines.h"
+#include "integration/support/AgentLibrarySettings.h"
+#include "integration/support/LoopbackPort.h"
 
 namespace {
 

@@ -28,6 +28,9 @@ TEST(ATruthValue, CanBeReadAsALong) {
     long number;
     std::memcpy(&number, truth_value::Bytes(truth), sizeof number);
     EXPECT_EQ(static_cast<std::int32_t>(number), truth ? 1 : 2);
+    if (__BYTE_ORDER__ == __ORDER_LITTLE_ENDIAN__) {
+      EXPECT_EQ(number, truth ? 1 : 2);
+    }
     EXPECT_EQ(reinterpret_cast<std::uintptr_t>(truth_value::Bytes(truth)) %
                   alignof(long),
               0U);

@@ -41,7 +41,9 @@ TYPED_TEST(ACopiedValue, GivesItsCopiesLocalDataOfTheirOwn) {
   const auto value = this->Local();
   for (const auto& copy : CopiesOf<TypeParam>(*value)) {
     EXPECT_EQ(copy->externalData_, nullptr);
+    ASSERT_NE(copy->localData_, nullptr);
     EXPECT_NE(copy->localData_, value->localData_);
+    EXPECT_EQ(StateOf<TypeParam>(*copy), TypeParam::kOne);
     this->Set(*copy, TypeParam::kOther);
     EXPECT_EQ(StateOf<TypeParam>(*copy), TypeParam::kOther);
   }
