@@ -22,6 +22,13 @@ std::string KeyOf(const RowIndex::Ordered::value_type& ordered,
   return key;
 }
 
+std::size_t IndexCount(const RowSelection::Row& row) {
+  return static_cast<std::size_t>(
+      std::count_if(row.begin(), row.end(), [](const NetSNMPNodeData* value) {
+        return value != nullptr && value->isIndex_;
+      }));
+}
+
 }  // namespace
 
 RowSelection::RowSelection(NetSNMPTableEntryNode& entry) : entry_(&entry) {}
@@ -35,7 +42,12 @@ bool RowSelection::AddFloating() {
   if (!entry_->index_->Covers(rows)) return false;
   for (const std::string& key : entry_->index_->FloatingRows()) {
     const auto place = rows.find(key);
-    if (place == rows.end()) return false;
+    // One that has lost an index since leaves a varbind as the row before it in
+    // a walk over all rows left it.
+    if (place == rows.end() || place->second == nullptr ||
+        IndexCount(*place->second) < entry_->indexTemplate_.size()) {
+      return false;
+    }
     selected_.push_back(place);
   }
   return true;

@@ -119,6 +119,7 @@ TEST_F(AnAgentSetUpDeathTest, ReadsItsConfigurationAndLeavesAlarmsToTheLoop) {
   const auto life = [this] {
     StartAgent();
     NetSNMP::set_snmp_boolean(kLibrary, kNoSignal, 0);
+    netsnmp_ds_set_string(kLibrary, NETSNMP_DS_LIB_APPTYPE, nullptr);
     NetSNMP::register_snmp_callback(SNMP_CALLBACK_LIBRARY,
                                     SNMP_CALLBACK_POST_READ_CONFIG,
                                     NoteSignalSetting, nullptr);

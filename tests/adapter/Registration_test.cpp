@@ -76,6 +76,7 @@ TEST_F(ARegistration, IsOneOfAnInstance) {
   ASSERT_NE(instance, nullptr);
   EXPECT_STREQ(instance->next->handler_name, "fanSpeed");
   EXPECT_EQ(instance->next->next, nullptr);
+  EXPECT_EQ(netsnmp_find_handler_by_name(reg, "scalar"), nullptr);
 }
 
 // The agent library frees what it refuses: nothing is left to be freed here.

@@ -123,6 +123,14 @@ TEST(AVarbind, SuitsABoolWithThe1Or2OfATruthValueInWhateverLength) {
   }
 }
 
+TEST(AVarbind, IsReadAsATruthValueNoFurtherThanItsLength) {
+  NetSNMPBoolNodeData truth = Bool(false, eNodeAccessReadWrite);
+  const Varbind varbind(ASN_INTEGER, "\1\1\1\1");
+  EXPECT_EQ(NetSNMP::set_snmp_validate(varbind, &truth), 3);
+  varbind->val_len = 1;
+  EXPECT_EQ(NetSNMP::set_snmp_validate(varbind, &truth), 0);
+}
+
 TEST(AVarbind, SuitsTextsAndBytesInWhateverTypeAndLength) {
   NetSNMPStringNodeData string = Text("", eNodeAccessReadWrite);
   NetSNMPCharNodeData text(nullptr, eNodeAccessReadWrite);
