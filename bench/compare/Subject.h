@@ -1,0 +1,63 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#ifndef SNMPSUBAGENT_BENCH_COMPARE_SUBJECT_H_
+#define SNMPSUBAGENT_BENCH_COMPARE_SUBJECT_H_
+
+#include <chrono>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "integration/support/ChildProcess.h"
+#include "integration/support/ScratchDirectory.h"
+#include "master/Master.h"
+
+// Who publishes something, and how: one of the kinds of bench_peer, or of
+// bench_subagent.
+struct Publisher {
+  bool onLibrary;
+  std::string kind;
+
+  std::string Name() const { return onLibrary ? "library" : "C " + kind; }
+};
+
+// A subagent that is measured: a process of its own behind a master of its own.
+class Subject {
+ public:
+  // CPU time, user and system.
+  using CpuTime = std::chrono::duration<double, std::micro>;
+
+  // Starts the subagent with `count` scalars or rows and waits until it serves
+  // them. `tool` is put in front of its command.
+  Subject(const Publisher& publisher, unsigned int count,
+          std::unique_ptr<Master> master,
+          const std::vector<std::string>& tool = {});
+
+  const std::string& Name() const { return name_; }
+
+  agentx::Response Put(const agentx::Body& request) {
+    return master_->Put(request);
+  }
+
+  // What the process, all threads of it, has used since its start.
+  CpuTime Used() const;
+
+  // The part of it that loading the program has taken.
+  CpuTime UsedForLoading() const;
+
+  // Memory that is the process's own and not a file's, in bytes.
+  double AnonymousMemory() const;
+
+  // Ends the process, and waits.
+  void End() { process_.reset(); }
+
+ private:
+  std::filesystem::path Log() const { return directory_.Path() / "log"; }
+
+  std::string name_;
+  std::unique_ptr<Master> master_;
+  support::ScratchDirectory directory_;
+  std::unique_ptr<support::ChildProcess> process_;
+};
+
+#endif  // SNMPSUBAGENT_BENCH_COMPARE_SUBJECT_H_

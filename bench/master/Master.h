@@ -1,0 +1,32 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#ifndef SNMPSUBAGENT_BENCH_MASTER_MASTER_H_
+#define SNMPSUBAGENT_BENCH_MASTER_MASTER_H_
+
+#include <cstddef>
+
+#include "agentx/Pdu.h"
+
+// The master agent of one subagent, through which the benchmarks put their
+// requests. Requests and answers have the form of AgentX messages: Get, GetNext
+// and TestSet, the last standing for a whole SET.
+class Master {
+ public:
+  Master() = default;
+  virtual ~Master() = default;
+  Master(const Master&) = delete;
+  Master& operator=(const Master&) = delete;
+
+  // Where the subagent is to connect, a TCP port of 127.0.0.1.
+  virtual int Port() const = 0;
+
+  // Waits until the subagent has connected and registered that many subtrees,
+  // `object` being in the last of them. Throws std::runtime_error if it does
+  // not.
+  virtual void Connect(std::size_t subtrees, const agentx::Oid& object) = 0;
+
+  // Puts a request and returns the answer. Throws std::runtime_error if there
+  // is none.
+  virtual agentx::Response Put(const agentx::Body& request) = 0;
+};
+
+#endif  // SNMPSUBAGENT_BENCH_MASTER_MASTER_H_

@@ -1,0 +1,54 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+//
+// A subagent on the library.
+//
+//   bench_subagent KIND PORT COUNT
+//
+// KIND says what it publishes: scalars, table or traps. Ends on SIGTERM.
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+#include "NetSNMPNode.h"
+#include "SNMPSubAgent.h"
+#include "objects/objects.h"
+#include "subagent/Objects.h"
+
+namespace {
+
+class BenchSubAgent : public SNMPSubAgent {
+ public:
+  explicit BenchSubAgent(int masterPort)
+      : SNMPSubAgent("bench", "127.0.0.1", masterPort) {}
+
+  void ApplicationOperation() override {}
+  void OnSubAgentConnected() override { NetSNMPNode::RegisterMibs(); }
+};
+
+void BuildObjects(const bench_order& order) {
+  const std::string kind = order.kind;
+  if (kind == "scalars") {
+    BuildScalars(order.count);
+  } else if (kind == "table") {
+    BuildTable(order.count);
+  } else if (kind == "traps") {
+    BuildTraps();
+  } else {
+    std::fprintf(stderr, "unknown kind of subagent: %s\n", order.kind);
+    std::exit(2);
+  }
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const bench_order order = bench_order_of(argc, argv);
+  bench_expect_end();
+  NetSNMPNode::nodeMap_ = new std::map<std::string, NetSNMPNode*>;
+  BenchSubAgent subAgent(order.port);
+  BuildObjects(order);
+  subAgent.Start();
+  bench_wait_for_end();
+  // Nothing is told to end in order: the benchmark is over.
+  std::_Exit(0);
+}
