@@ -28,6 +28,12 @@ class TableWithdrawal : public TableTest {
     return LocalAgent::RegistrationAt(TestOid({2})) != nullptr;
   }
 
+  // Whose handlers the agent library would give a request for `oid` to.
+  static std::string ServerOf(const Oid& oid) {
+    return netsnmp_subtree_find(oid.data(), oid.size(), nullptr, "")
+        ->reginfo->handlerName;
+  }
+
   // The log lines of the table since the last call.
   std::vector<std::string> Logged() { return log_.Lines(); }
 
@@ -169,6 +175,30 @@ INSTANTIATE_TEST_SUITE_P(
                     LastState{"RegisteredAgain", true, true, true},
                     LastState{"RegisteredAgainAndLost", true, true, false}),
     testing::PrintToStringParamName());
+
+// The agent library splits the range of a table around a node inside it.
+TEST_F(TableWithdrawal, IsDoneWithAnotherNodeInsideTheTable) {
+  for (const bool connected : {true, false}) {
+    for (const bool insideFirst : {true, false}) {
+      subAgent_.SetConnected(true);
+      BuildPortStore(BuildPortTable());
+      Oid oid = TestOid({2, 1, 3, 5});
+      new NetSNMPDataNode(oid.data(), Length(oid), "inside", Int(1), nullptr,
+                          "");
+      ASSERT_EQ(ServerOf(oid), "inside");
+      ASSERT_EQ(ServerOf(CellOid(4, 1, 1)), "portTable");
+      subAgent_.SetConnected(connected);
+      if (insideFirst) delete NetSNMPNode::nodeMap_->at("inside");
+      delete NetSNMPNode::nodeMap_->at("portTable");
+      for (const unsigned long column : {1, 3, 4}) {
+        EXPECT_NE(ServerOf(CellOid(column, 1, 1)), "portTable");
+      }
+      subAgent_.SetConnected(true);
+      NetSNMPNode::DeleteNodes();
+      if (insideFirst && !connected) unregister_mib(oid.data(), oid.size());
+    }
+  }
+}
 
 TEST_F(TableWithdrawal, IsDoneInEitherOrderOfTableAndStore) {
   delete store_;
