@@ -7,8 +7,8 @@
 // Text in a char array ended by a NUL: ASN_OCTET_STR of the text's length.
 //
 // The size of the application's array is not known here: a SET writes the whole
-// text, however long. Use it only where managers are trusted to stay within the
-// array; NetSNMPStringNodeData has no such limit.
+// text, however long. Where a manager may write, use NetSNMPSizedCharNodeData,
+// which refuses what does not fit, or NetSNMPStringNodeData.
 class SNMPSUBAGENT_EXPORT NetSNMPCharNodeData : public NetSNMPNodeData {
  public:
   // `storage` is the application's variable, worked on in place; with

@@ -5,6 +5,7 @@
 
 #include "NetSNMP.h"
 #include "NetSNMPNodeData.h"
+#include "NetSNMPSizedCharNodeData.h"
 #include "values/TruthValue.h"
 
 namespace {
@@ -50,6 +51,13 @@ std::string TextOf(const variable_list& var) {
   return std::string(text, strnlen(text, owned));
 }
 
+// Whether `value` is a text with a size that the varbind's text exceeds.
+bool IsTooLong(const variable_list& var, const NetSNMPNodeData& value) {
+  const auto* const sized =
+      dynamic_cast<const NetSNMPSizedCharNodeData*>(&value);
+  return sized != nullptr && !sized->Fits(TextOf(var).size());
+}
+
 // The setter with a length is a no-op in the library, so a byte buffer stays as
 // it is; an application's override is promised as many bytes as the value has.
 void CommitBytes(const variable_list& var, NetSNMPNodeData& value) {
@@ -80,8 +88,11 @@ int NetSNMP::set_snmp_validate(variable_list* var, NetSNMPNodeData* value) {
     case eNodeDataBool:
       acceptable = present && IsTruthValue(IntegerOf(*var));
       break;
-    case eNodeDataString:
     case eNodeDataChar:
+      if (present && IsTooLong(*var, *value)) return SNMP_ERR_WRONGLENGTH;
+      acceptable = present;
+      break;
+    case eNodeDataString:
     case eNodeDataByte:
       acceptable = present;
       break;

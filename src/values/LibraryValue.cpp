@@ -7,6 +7,7 @@
 #include "NetSNMPByteNodeData.h"
 #include "NetSNMPCharNodeData.h"
 #include "NetSNMPIntNodeData.h"
+#include "NetSNMPSizedCharNodeData.h"
 #include "NetSNMPStringNodeData.h"
 #include "NetSNMPUnsignedIntNodeData.h"
 
@@ -19,7 +20,8 @@ bool IsLibraryValue(const NetSNMPNodeData& value) {
     case eNodeDataString:
       return typeid(value) == typeid(NetSNMPStringNodeData);
     case eNodeDataChar:
-      return typeid(value) == typeid(NetSNMPCharNodeData);
+      return typeid(value) == typeid(NetSNMPCharNodeData) ||
+             typeid(value) == typeid(NetSNMPSizedCharNodeData);
     case eNodeDataBool:
       return typeid(value) == typeid(NetSNMPBoolNodeData);
     case eNodeDataByte:

@@ -7,6 +7,7 @@
 
 #include "NetSNMPByteNodeData.h"
 #include "NetSNMPCharNodeData.h"
+#include "NetSNMPSizedCharNodeData.h"
 #include "Untyped.h"
 #include "Varbind.h"
 #include "support/Values.h"
@@ -144,6 +145,55 @@ TEST(AVarbind, SuitsTextsAndBytesInWhateverTypeAndLength) {
       }
     }
   }
+}
+
+// A class of the application's is known too.
+class DerivedSizedChar : public NetSNMPSizedCharNodeData {
+ public:
+  using NetSNMPSizedCharNodeData::NetSNMPSizedCharNodeData;
+};
+
+TEST(AVarbind, IsRefusedWithWrongLengthWhenItsTextExceedsTheSizeOfAValue) {
+  char text[41] = "";
+  NetSNMPSizedCharNodeData over(text, sizeof(text), eNodeAccessReadWrite);
+  NetSNMPSizedCharNodeData local(text, sizeof(text), eNodeAccessReadWrite,
+                                 true);
+  DerivedSizedChar derived(text, sizeof(text), eNodeAccessReadWrite);
+  NetSNMPNodeData* const values[] = {&over, &local, &derived};
+  for (NetSNMPNodeData* value : values) {
+    for (const unsigned char type : {ASN_OCTET_STR, ASN_INTEGER}) {
+      for (const std::size_t length : {0, 1, 39, 40}) {
+        EXPECT_EQ(NetSNMP::set_snmp_validate(
+                      Varbind(type, std::string(length, 'x')), value),
+                  0)
+            << length;
+      }
+      for (const std::size_t length : {41, 42, 1000}) {
+        EXPECT_EQ(NetSNMP::set_snmp_validate(
+                      Varbind(type, std::string(length, 'x')), value),
+                  8)
+            << length;
+      }
+    }
+  }
+}
+
+TEST(AVarbind, CountsUpToItsFirstNulAgainstTheSizeOfAValue) {
+  char text[5] = "";
+  NetSNMPSizedCharNodeData value(text, sizeof(text), eNodeAccessReadWrite);
+  const Varbind fits = Varbind::Text(std::string("four\0more", 9));
+  EXPECT_EQ(NetSNMP::set_snmp_validate(fits, &value), 0);
+  EXPECT_EQ(NetSNMP::set_snmp_commit(fits, &value), 0);
+  EXPECT_STREQ(text, "four");
+  EXPECT_EQ(NetSNMP::set_snmp_validate(Varbind::Text(std::string("fives\0", 6)),
+                                       &value),
+            8);
+}
+
+TEST(AVarbind, TooLongForASizeIsRefusedAsNotWritableFirst) {
+  char text[2] = "";
+  NetSNMPSizedCharNodeData value(text, sizeof(text), eNodeAccessReadOnly);
+  EXPECT_EQ(NetSNMP::set_snmp_validate(Varbind::Text("long"), &value), 17);
 }
 
 TEST(AVarbind, WithoutAValueIsRefusedAndNeverRead) {

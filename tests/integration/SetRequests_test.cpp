@@ -8,6 +8,7 @@
 #include "NetSNMPAgentGuard.h"
 #include "NetSNMPBoolNodeData.h"
 #include "NetSNMPIntNodeData.h"
+#include "NetSNMPSizedCharNodeData.h"
 #include "NetSNMPStringNodeData.h"
 #include "NetSNMPUnsignedIntNodeData.h"
 #include "support/Scalars.h"
@@ -32,6 +33,9 @@ class ASetRequest : public testing::Test {
               NetSNMPUnsignedIntNodeData(&count_, eNodeAccessReadWrite));
     AddScalar(3, "string", NetSNMPStringNodeData(&text_, eNodeAccessReadWrite));
     AddScalar(4, "bool", NetSNMPBoolNodeData(&flag_, eNodeAccessReadWrite));
+    AddScalar(
+        6, "sized",
+        NetSNMPSizedCharNodeData(label_, sizeof(label_), eNodeAccessReadWrite));
   }
 
   CommandResult Set(unsigned long scalar, const std::string& type,
@@ -63,6 +67,11 @@ class ASetRequest : public testing::Test {
     return text_;
   }
 
+  std::string Label() const {
+    const NetSNMPAgentGuard guard;
+    return label_;
+  }
+
   bool Flag() const {
     const NetSNMPAgentGuard guard;
     return flag_;
@@ -71,6 +80,7 @@ class ASetRequest : public testing::Test {
   int number_ = 7;
   unsigned int count_ = 7;
   std::string text_ = "seven";
+  char label_[8] = "seven";
   bool flag_ = true;
   Session session_;
 };
@@ -140,6 +150,22 @@ TEST_F(ASetRequest, OfLongTextIsTakenWholeByAString) {
 TEST_F(ASetRequest, OfBytesIsTakenUpToTheFirstNulByAString) {
   ExpectTaken(Set(3, "x", "6162006364"));
   EXPECT_EQ(Text(), "ab");
+}
+
+TEST_F(ASetRequest, OfTextThatFillsABufferOfAKnownSizeIsTakenWhole) {
+  ExpectTaken(Set(6, "s", "letters"));
+  EXPECT_EQ(Label(), "letters");
+}
+
+TEST_F(ASetRequest, OfTextTooLongForABufferOfAKnownSizeIsRefused) {
+  for (const std::size_t length : {8, 41, 1000}) {
+    ExpectRefused(Set(6, "s", std::string(length, 'x')), "wrongLength");
+  }
+  ExpectRefused(
+      session_.Set({ScalarOid(1), "i", "8", ScalarOid(6), "s", "too long"}),
+      "wrongLength");
+  EXPECT_EQ(Label(), "seven");
+  EXPECT_EQ(Number(), 7);
 }
 
 TEST_F(ASetRequest, OfSeveralObjectsSetsThemAll) {
