@@ -11,10 +11,9 @@
 #include "adapter/AgentLock.h"
 #include "adapter/Containment.h"
 #include "adapter/SigpipeBlock.h"
+#include "runtime/InterruptionPoints.h"
 
 namespace {
-
-using boost::this_thread::interruption_point;
 
 // The longest wait: what a Stop() of an idle subagent may take.
 constexpr timeval kLongestWait = {5, 0};
@@ -45,9 +44,14 @@ struct WaitSet {
   timeval timeout;
 };
 
-// Serves what is readable now. While this thread waited, another one may have
-// read it already or closed the descriptor, so it looks again without waiting.
-void Read() {
+// Serves what was found readable. Where another thread used the agent library
+// since it was asked, that one may have read it already or closed the
+// descriptor: then this one looks again, without waiting.
+void Read(WaitSet& found) {
+  if (!found.Outdated()) {
+    snmp_read(&found.descriptors);
+    return;
+  }
   WaitSet now;
   now.AskAgentLibrary();
   now.timeout = {0, 0};
@@ -67,12 +71,12 @@ std::string FailureText(int result, int error) {
          "][errno: " + std::to_string(error) + "]";
 }
 
-void KeepHouse() {
-  interruption_point();
+void KeepHouse(const InterruptionPoints& interruption) {
+  interruption.Pass();
   snmp_store_if_needed();
-  interruption_point();
+  interruption.Pass();
   run_alarms();
-  interruption_point();
+  interruption.Pass();
   netsnmp_check_outstanding_agent_requests();
 }
 
@@ -80,17 +84,18 @@ void KeepHouse() {
 
 void SNMPSubAgent::process() {
   const SigpipeBlock sigpipeBlock;
+  const InterruptionPoints interruption;
   WaitSet waitSet;
-  interruption_point();
+  interruption.Pass();
   waitSet.AskAgentLibrary();
-  interruption_point();
+  interruption.Pass();
   const int result = waitSet.Wait();
   const int error = errno;
-  interruption_point();
+  interruption.Pass();
 
   const NetSNMPAgentGuard guard;
   if (result > 0) {
-    Read();
+    Read(waitSet);
   } else if (result == 0) {
     snmp_timeout();
   } else if (IsFailure(result, error, waitSet)) {
@@ -101,6 +106,6 @@ void SNMPSubAgent::process() {
     if (thread_) thread_->interrupt();
   }
   containment::RaisePendingInterruption();
-  KeepHouse();
+  KeepHouse(interruption);
   containment::RaisePendingInterruption();
 }

@@ -8,6 +8,7 @@
 #include "adapter/Containment.h"
 #include "adapter/SigpipeBlock.h"
 #include "runtime/AgentShutdown.h"
+#include "runtime/InterruptionPoints.h"
 #include "runtime/LivingSubAgents.h"
 
 namespace {
@@ -109,8 +110,9 @@ void SNMPSubAgent::threadProc() {
   initialize();
   try {
     containment::RaisePendingInterruption();
+    const InterruptionPoints interruption;
     for (;;) {
-      boost::this_thread::interruption_point();
+      interruption.Pass();
       process();
     }
   } catch (const boost::thread_interrupted&) {

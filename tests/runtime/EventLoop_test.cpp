@@ -41,6 +41,15 @@ class APass : public testing::Test {
     return journal_.Calls();
   }
 
+  // While the pass waits, that is; it holds the lock when it looks again.
+  void AnotherThreadUsesTheAgentLibrary() {
+    journal_.SetHook([this](const std::string& call) {
+      if (call != "select") return;
+      journal_.SetHook({});
+      std::thread([] { NetSNMPAgentGuard(); }).join();
+    });
+  }
+
   CallJournal& journal_ = CallJournal::Get();
   LonelySubAgent subAgent_;
 };
@@ -51,7 +60,15 @@ TEST_F(APass, HandlesTimeoutsWhenNothingArrives) {
   EXPECT_THAT(LoggedLines(), IsEmpty());
 }
 
-TEST_F(APass, LooksAgainWithoutWaitingAtWhatIsReadable) {
+TEST_F(APass, ReadsWhatHasArrived) {
+  EXPECT_THAT(CallsAfterSelect(1, 0),
+              ElementsAre("snmp_select_info", "select", "snmp_read",
+                          "snmp_store_if_needed", "run_alarms",
+                          "netsnmp_check_outstanding_agent_requests"));
+}
+
+TEST_F(APass, LooksAgainWithoutWaitingAfterAnotherThreadUsedTheAgentLibrary) {
+  AnotherThreadUsesTheAgentLibrary();
   journal_.AnswerSelect(1);
   journal_.AnswerSelect(1);
   subAgent_.process();
@@ -68,6 +85,7 @@ TEST_F(APass, LooksAgainWithoutWaitingAtWhatIsReadable) {
 
 TEST_F(APass, ReadsNothingThatWasGoneAtTheSecondLook) {
   for (const int second : {0, -1}) {
+    AnotherThreadUsesTheAgentLibrary();
     journal_.AnswerSelect(1);
     journal_.AnswerSelect(second, EBADF);
     journal_.Clear();
@@ -111,10 +129,7 @@ TEST_F(APass, LogsAFailureOfSelectOnce) {
 }
 
 TEST_F(APass, MindsADescriptorClosedByAnotherThreadNoMoreThanASignal) {
-  // Another thread has used the agent library while this one waited.
-  journal_.SetHook([](const std::string& call) {
-    if (call == "select") std::thread([] { NetSNMPAgentGuard(); }).join();
-  });
+  AnotherThreadUsesTheAgentLibrary();
   EXPECT_THAT(
       CallsAfterSelect(-1, EBADF),
       ElementsAre("snmp_select_info", "select", "snmp_store_if_needed",
