@@ -19,6 +19,9 @@ if(TARGET SnmpSubAgentPlatform)
   install(FILES platform/host/LogSink.h DESTINATION "${headersDir}")
 endif()
 
+# Where mib2c(1) of Net-SNMP looks for templates.
+install(DIRECTORY mib2c/ DESTINATION "${CMAKE_INSTALL_DATADIR}/snmp/mib2c-data")
+
 configure_package_config_file(cmake/SnmpSubAgentConfig.cmake.in
   SnmpSubAgentConfig.cmake INSTALL_DESTINATION "${packageDir}"
   NO_SET_AND_CHECK_MACRO NO_CHECK_REQUIRED_COMPONENTS_MACRO)
