@@ -1,0 +1,104 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+//
+// Notifications: one that the service sends itself, with two objects, and one
+// that a scalar sends whenever its value is set.
+//
+//   traps [host port]      where the master agent takes AgentX sessions
+#include <NetSNMPAgentGuard.h>
+#include <NetSNMPBoolNodeData.h>
+#include <NetSNMPDataNode.h>
+#include <NetSNMPIntNodeData.h>
+#include <NetSNMPStringNodeData.h>
+#include <NetSNMPTrapNode.h>
+#include <SNMPSubAgent.h>
+#include <signal.h>
+
+#include <cstdlib>
+#include <string>
+#include <thread>
+
+class Service : public SNMPSubAgent {
+ public:
+  Service(const std::string& host, int port)
+      : SNMPSubAgent("traps", host, port) {}
+  void ApplicationOperation() override {}
+  void OnSubAgentConnected() override { NetSNMPNode::RegisterMibs(); }
+};
+
+// The tank 1.3.6.1.4.1.32473.3.5: its notifications are below 0, its objects
+// below 1.
+class Tank {
+ public:
+  Tank() {
+    low_ = AddNotification(1, "tankLow");
+    AddNotification(2, "tankLocked");
+    levelNode_ = AddScalar(
+        1, "tankLevel", NetSNMPIntNodeData(&level_, eNodeAccessReadOnly), "");
+    placeNode_ =
+        AddScalar(2, "tankPlace",
+                  NetSNMPStringNodeData(&place_, eNodeAccessReadOnly), "");
+    // Sends tankLocked when a manager sets it: twice in a row, since nobody
+    // confirms a notification. A scalar with a callback would send none.
+    AddScalar(3, "tankLock", NetSNMPBoolNodeData(&lock_, eNodeAccessReadWrite),
+              "tankLocked");
+  }
+
+  // The service's work: the tank leaks, and tells once that it is low.
+  void Leak() {
+    const NetSNMPAgentGuard guard;
+    if (level_ > 0) --level_;
+    if (level_ > 10 || told_) return;
+    low_->AddDataObject(levelNode_);
+    low_->AddDataObject(placeNode_);
+    told_ = low_->TriggerV2Trap();  // false while the master agent is away
+  }
+
+ private:
+  static NetSNMPTrapNode* AddNotification(unsigned long number,
+                                          const std::string& name) {
+    unsigned long oid[] = {1, 3, 6, 1, 4, 1, 32473, 3, 5, 0, number};
+    return new NetSNMPTrapNode(oid, 11, name);
+  }
+
+  static NetSNMPDataNode* AddScalar(unsigned long number,
+                                    const std::string& name,
+                                    const NetSNMPNodeData& value,
+                                    const std::string& notification) {
+    unsigned long oid[] = {1, 3, 6, 1, 4, 1, 32473, 3, 5, 1, number, 0};
+    return new NetSNMPDataNode(oid, 12, name, value, nullptr, notification);
+  }
+
+  int level_ = 12;  // in percent
+  std::string place_ = "cellar";
+  bool lock_ = false;
+  bool told_ = false;
+  NetSNMPTrapNode* low_;  // the nodes are the registry's
+  NetSNMPDataNode* levelNode_;
+  NetSNMPDataNode* placeNode_;
+};
+
+bool Initialized() {
+  const NetSNMPAgentGuard guard;
+  return NetSNMPNode::snmpSubAgent_ != nullptr;
+}
+
+int main(int argc, char* argv[]) {
+  sigset_t signals;
+  sigemptyset(&signals);
+  sigaddset(&signals, SIGINT);
+  sigaddset(&signals, SIGTERM);
+  pthread_sigmask(SIG_BLOCK, &signals, nullptr);
+
+  NetSNMPNode::nodeMap_ = new std::map<std::string, NetSNMPNode*>;
+  Tank tank;
+  Service service(argc > 2 ? argv[1] : "127.0.0.1",
+                  argc > 2 ? std::atoi(argv[2]) : 705);
+  service.Start();
+  const timespec interval = {0, 100000000};
+  while (sigtimedwait(&signals, nullptr, &interval) < 0) tank.Leak();
+
+  // Not before the subagent thread has set up the agent library.
+  while (!Initialized()) std::this_thread::yield();
+  service.Stop();
+  NetSNMPNode::DeleteNodeMap();
+}
