@@ -6,6 +6,7 @@
 
 #include <string>
 
+#include "NetSNMPAgentGuard.h"
 #include "integration/support/Session.h"
 #include "testScalars.h"
 #include "testTables.h"
@@ -29,27 +30,33 @@ class GeneratedScalars : public testing::Test {
     session_.Connect();
   }
 
+  // Something else than zero, and all different.
+  void SetAll() {
+    const NetSNMPAgentGuard guard;
+    variables_.testInteger = -5;
+    variables_.testEnumeration = 2;
+    variables_.testUnsigned = 4294967295;
+    variables_.testGauge = 7;
+    variables_.testCounter = 8;
+    variables_.testTicks = 100;
+    variables_.testBigCounter = {1, 2};
+    variables_.testTruth = true;
+    variables_.testText = "text";
+    variables_.testBytes[2] = 0xff;
+    variables_.testBits = std::string(1, '\xc0');
+    variables_.testAddress[0] = 192;
+    variables_.testObjectId[0] = 1;
+    variables_.testObjectId[1] = 3;
+    variables_.testOpaque = "\x04\x01!";
+    variables_.default_ = 15;
+  }
+
   TestScalars variables_;
   support::Session session_;
 };
 
 TEST_F(GeneratedScalars, ShowTheVariablesWithTheTypesOfTheMib) {
-  variables_.testInteger = -5;
-  variables_.testEnumeration = 2;
-  variables_.testUnsigned = 4294967295;
-  variables_.testGauge = 7;
-  variables_.testCounter = 8;
-  variables_.testTicks = 100;
-  variables_.testBigCounter = {1, 2};
-  variables_.testTruth = true;
-  variables_.testText = "text";
-  variables_.testBytes[2] = 0xff;
-  variables_.testBits = std::string(1, '\xc0');
-  variables_.testAddress[0] = 192;
-  variables_.testObjectId[0] = 1;
-  variables_.testObjectId[1] = 3;
-  variables_.testOpaque = "\x04\x01!";
-  variables_.default_ = 15;
+  SetAll();
   EXPECT_THAT(
       session_.Manager().Objects(kScalars),
       ElementsAre(
@@ -70,6 +77,7 @@ TEST_F(GeneratedScalars, LetManagersWriteWhatTheMibLetsThemWrite) {
                   .Set({Scalar(1), "i", "3", Scalar(8), "i", "1", Scalar(9),
                         "s", "written"})
                   .Succeeded());
+  const NetSNMPAgentGuard guard;
   EXPECT_EQ(variables_.testInteger, 3);
   EXPECT_TRUE(variables_.testTruth);
   EXPECT_EQ(variables_.testText, "written");
@@ -78,6 +86,7 @@ TEST_F(GeneratedScalars, LetManagersWriteWhatTheMibLetsThemWrite) {
 TEST_F(GeneratedScalars, RefuseWritesOfTheOthers) {
   EXPECT_THAT(session_.Set({Scalar(3), "u", "3"}).error,
               HasSubstr("notWritable"));
+  const NetSNMPAgentGuard guard;
   EXPECT_EQ(variables_.testUnsigned, 0U);
 }
 
@@ -122,9 +131,10 @@ TEST_F(GeneratedTables, HaveNoInstanceInAGap) {
 
 TEST_F(GeneratedTables, LetManagersWriteTheVariableOfARow) {
   EXPECT_TRUE(session_.Set({Cell("1.1.3"), "s", "new"}).Succeeded());
-  EXPECT_EQ(gapRow_.testGapName, "new");
   EXPECT_THAT(session_.Set({Cell("1.1.7"), "u", "1"}).error,
               HasSubstr("notWritable"));
+  const NetSNMPAgentGuard guard;
+  EXPECT_EQ(gapRow_.testGapName, "new");
   EXPECT_EQ(gapRow_.testGapCount, 44U);
 }
 
