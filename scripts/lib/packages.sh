@@ -27,6 +27,14 @@ package_installed() {
     *installed* ]]
 }
 
+# The name of this machine's release of Debian, and the mirror from which it
+# takes packages.
+debian_release() { (. /etc/os-release && echo "$VERSION_CODENAME"); }
+debian_mirror() {
+  apt-get indextargets --format '$(REPO_URI)' 'Created-By: Packages' \
+    "Codename: $(debian_release)" | head -1
+}
+
 # Runs a command as root. sudo may ask for a password on a terminal only.
 as_root() {
   if ((EUID == 0)); then
