@@ -10,14 +10,20 @@
 // two slots.
 //
 // The Itanium C++ ABI stores the byte offset of the slot in the first word of a
-// pointer to member, and marks it as virtual in the lowest bit of the first
-// word or, on ARM, of the second.
+// pointer to member, and marks it as virtual in the lowest bit of that word. On
+// ARM, where the address of a function may be odd, the second word has the
+// mark.
 template <typename Operation>
 std::ptrdiff_t VirtualSlot(Operation operation) {
   std::ptrdiff_t words[2];
   static_assert(sizeof operation == sizeof words, "not the Itanium C++ ABI");
   std::memcpy(words, &operation, sizeof words);
-  if (((words[0] | words[1]) & 1) == 0) return -1;
+#if defined(__arm__) || defined(__aarch64__)
+  constexpr int kMarked = 1;
+#else
+  constexpr int kMarked = 0;
+#endif
+  if ((words[kMarked] & 1) == 0) return -1;
   constexpr std::ptrdiff_t kSlotSize = sizeof(void*);
   return words[0] / kSlotSize;
 }
