@@ -3,8 +3,18 @@
 #define SNMPSUBAGENT_NODES_NODELOOKUP_H_
 
 #include <string>
+#include <typeinfo>
 
 #include "NetSNMPNode.h"
+
+// `node` if it is of class Node, else null. Each request asks, and mostly of
+// the class itself: that is told without walking its bases.
+template <typename Node>
+Node* NodeCast(NetSNMPNode* node) {
+  if (node == nullptr) return nullptr;
+  return typeid(*node) == typeid(Node) ? static_cast<Node*>(node)
+                                       : dynamic_cast<Node*>(node);
+}
 
 // The node of that name if it is of class Node, else null; null without a
 // registry too.
@@ -13,7 +23,7 @@ Node* FindNode(const std::string& name) {
   if (NetSNMPNode::nodeMap_ == nullptr) return nullptr;
   const auto entry = NetSNMPNode::nodeMap_->find(name);
   if (entry == NetSNMPNode::nodeMap_->end()) return nullptr;
-  return dynamic_cast<Node*>(entry->second);
+  return NodeCast<Node>(entry->second);
 }
 
 #endif  // SNMPSUBAGENT_NODES_NODELOOKUP_H_

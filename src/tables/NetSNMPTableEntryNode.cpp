@@ -6,6 +6,7 @@
 #include "NetSNMPAgentGuard.h"
 #include "NetSNMPTableNode.h"
 #include "tables/RowIndex.h"
+#include "tables/RowKey.h"
 #include "tables/RowPin.h"
 #include "tables/RowSelection.h"
 #include "values/OwnedValues.h"
@@ -22,10 +23,10 @@ bool AppendIndex(const NetSNMPNodeData& value, std::string& key) {
   if (!value.isIndex_ || number == nullptr) return false;
   switch (value.dataType_) {
     case eNodeDataInt:
-      key += "." + std::to_string(*static_cast<const int*>(number));
+      AppendIndexNumber(*static_cast<const int*>(number), key);
       return true;
     case eNodeDataUnsignedInt:
-      key += "." + std::to_string(*static_cast<const unsigned int*>(number));
+      AppendIndexNumber(*static_cast<const unsigned int*>(number), key);
       return true;
     default:
       return false;

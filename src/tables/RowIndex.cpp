@@ -1,8 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 #include "tables/RowIndex.h"
 
-#include <algorithm>
-
 #include "NetSNMP.h"
 #include "NetSNMPNodeData.h"
 #include "values/LibraryValue.h"

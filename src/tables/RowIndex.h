@@ -2,6 +2,7 @@
 #ifndef SNMPSUBAGENT_TABLES_ROWINDEX_H_
 #define SNMPSUBAGENT_TABLES_ROWINDEX_H_
 
+#include <algorithm>
 #include <cstdint>
 #include <map>
 #include <set>
@@ -27,13 +28,31 @@ class RowIndex {
   using Rows = std::map<std::string, Row*>;
   using Oid = std::vector<unsigned long>;
 
+  // Sub-identifiers that belong to somebody else.
+  struct OidView {
+    const unsigned long* first;
+    const unsigned long* last;
+  };
+
+  // The lexicographic order of OIDs, in which a view need not be copied.
+  struct OidOrder {
+    using is_transparent = void;
+    bool operator()(const Oid& a, const Oid& b) const { return a < b; }
+    bool operator()(const OidView& a, const Oid& b) const {
+      return std::lexicographical_compare(a.first, a.last, b.begin(), b.end());
+    }
+    bool operator()(const Oid& a, const OidView& b) const {
+      return std::lexicographical_compare(a.begin(), a.end(), b.first, b.last);
+    }
+  };
+
   // An ordered row: its OID; its address and, of each index, whether it is
   // signed, which with the OID tells the row's key.
   struct Place {
     const Row* row;
     std::uint64_t signedIndexes;
   };
-  using Ordered = std::map<Oid, Place>;
+  using Ordered = std::map<Oid, Place, OidOrder>;
 
   explicit RowIndex(const Row& indexTemplate);
 

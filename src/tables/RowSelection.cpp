@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "NetSNMPTableEntryNode.h"
+#include "tables/RowKey.h"
 
 namespace {
 
@@ -13,10 +14,11 @@ std::string KeyOf(const RowIndex::Ordered::value_type& ordered,
   std::string key = prefix;
   std::uint64_t signedIndexes = ordered.second.signedIndexes;
   for (const unsigned long subId : ordered.first) {
-    key += '.';
-    key += (signedIndexes & 1) != 0
-               ? std::to_string(static_cast<int>(subId))
-               : std::to_string(static_cast<unsigned int>(subId));
+    if ((signedIndexes & 1) != 0) {
+      AppendIndexNumber(static_cast<int>(subId), key);
+    } else {
+      AppendIndexNumber(static_cast<unsigned int>(subId), key);
+    }
     signedIndexes >>= 1;
   }
   return key;
@@ -53,14 +55,16 @@ bool RowSelection::AddFloating() {
   return true;
 }
 
-bool RowSelection::AddExact(const RowIndex::Oid& oid) {
+bool RowSelection::AddExact(const RowIndex::OidView& oid) {
   const auto& ordered = entry_->index_->OrderedRows();
   const auto found = ordered.find(oid);
   return found == ordered.end() || Add(found);
 }
 
-bool RowSelection::AddAfter(const RowIndex::Oid& oid) {
-  return Add(entry_->index_->OrderedRows().upper_bound(oid));
+bool RowSelection::AddAfter(const RowIndex::OidView& oid) {
+  const auto& ordered = entry_->index_->OrderedRows();
+  const auto next = ordered.upper_bound(oid);
+  return Add(next == ordered.end() ? ordered.begin() : next);
 }
 
 bool RowSelection::AddFirst() {

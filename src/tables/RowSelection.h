@@ -25,11 +25,12 @@ class RowSelection {
   RowSelection& operator=(const RowSelection&) = delete;
 
   // Select the rows that may be wanted whatever the request; the row of `oid`;
-  // the first row after it; the first of all. They return false if the rows
-  // cannot be told apart without walking all of them.
+  // the first row after it or, without one, the first of all, since a walk goes
+  // on with that one in the next column; the first of all. They return false if
+  // the rows cannot be told apart without walking all of them.
   bool AddFloating();
-  bool AddExact(const RowIndex::Oid& oid);
-  bool AddAfter(const RowIndex::Oid& oid);
+  bool AddExact(const RowIndex::OidView& oid);
+  bool AddAfter(const RowIndex::OidView& oid);
   bool AddFirst();
 
   // Hands the selection to the store's hooks until it is destroyed.

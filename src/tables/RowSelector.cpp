@@ -20,7 +20,7 @@ bool LooksForRows(int mode) {
 // the OID does not begin with these.
 bool IndexPart(const netsnmp_handler_registration& table,
                const variable_list& requested, unsigned int column,
-               RowIndex::Oid& index) {
+               RowIndex::OidView& index) {
   const std::size_t start = table.rootoid_len + 2;
   if (requested.name_length < start ||
       snmp_oid_ncompare(requested.name, requested.name_length, table.rootoid,
@@ -28,7 +28,7 @@ bool IndexPart(const netsnmp_handler_registration& table,
       requested.name[start - 2] != 1 || requested.name[start - 1] != column) {
     return false;
   }
-  index.assign(requested.name + start, requested.name + requested.name_length);
+  index = {requested.name + start, requested.name + requested.name_length};
   return true;
 }
 
@@ -38,13 +38,11 @@ bool SelectFor(const netsnmp_handler_registration& table, int mode,
   netsnmp_table_request_info* info = nullptr;
   NetSNMP::extract_snmp_table_info(&info, request);
   if (info == nullptr) return false;
-  RowIndex::Oid index;
+  RowIndex::OidView index = {};
   const bool hasIndex =
       IndexPart(table, *request->requestvb, info->colnum, index);
   if (mode != MODE_GETNEXT) return !hasIndex || selection.AddExact(index);
-  // Without a row behind the requested one, the walk goes on with the first row
-  // of the next column.
-  return selection.AddFirst() && (!hasIndex || selection.AddAfter(index));
+  return hasIndex ? selection.AddAfter(index) : selection.AddFirst();
 }
 
 // Selects what all requests can be answered with, and puts it to work.

@@ -126,24 +126,27 @@ bool ServeCell(const NetSNMPTableNode& table,
   return true;
 }
 
-// Serves all requests that are still open; returns the status of the last one
-// that had a cell.
-int ServeRequests(const std::string& name,
+// Serves all requests that are still open from `table`, which has that name;
+// returns the status of the last one that had a cell.
+int ServeRequests(const NetSNMPTableNode* table, const std::string& name,
                   netsnmp_agent_request_info* requestInfo,
                   netsnmp_request_info* requests) {
   int last = SNMP_ERR_NOERROR;
+  bool applicationCalled = false;
   for (auto* request = requests; request != nullptr; request = request->next) {
     if (request->processed != 0) continue;
     int result = SNMP_ERR_GENERR;
     bool found = true;
     containment::Contain(
         [&] {
-          const auto* const table = FindTable(name);
+          // It may have deleted the table.
+          if (applicationCalled) table = FindTable(name);
+          applicationCalled = true;
           found = table != nullptr &&
                   ServeCell(*table, *requestInfo, request, result);
         },
         [&](const std::string& what) {
-          const auto* const table = FindTable(name);
+          table = FindTable(name);
           if (table != nullptr) table->NodeLogMessage(what);
         });
     if (found) {
@@ -167,11 +170,11 @@ int var_table_handler(netsnmp_mib_handler_s* handler,
   bool known = false;
   containment::Contain(
       [&] {
-        known = NetSNMPNode::nodeMap_ != nullptr &&
-                FindTable(handler->handler_name) != nullptr;
-        if (known) {
-          status = ServeRequests(handler->handler_name, requestInfo, requests);
-        }
+        if (NetSNMPNode::nodeMap_ == nullptr) return;
+        const std::string name = handler->handler_name;
+        const auto* const table = FindTable(name);
+        known = table != nullptr;
+        if (known) status = ServeRequests(table, name, requestInfo, requests);
       },
       [](const std::string&) {});
   return known ? status

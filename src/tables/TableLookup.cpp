@@ -2,7 +2,8 @@
 #include "tables/TableLookup.h"
 
 #include "NetSNMPTableNode.h"
+#include "nodes/NodeLookup.h"
 
 NetSNMPTableNode* FindTable(const std::string& name) {
-  return dynamic_cast<NetSNMPTableNode*>((*NetSNMPNode::nodeMap_)[name]);
+  return NodeCast<NetSNMPTableNode>((*NetSNMPNode::nodeMap_)[name]);
 }
