@@ -84,6 +84,9 @@ bool NetSNMPTableEntryNode::RegisterNode() { return mapped_; }
 
 int NetSNMPTableEntryNode::GetRowName(
     const std::vector<NetSNMPNodeData*>& values, std::string& rowName) const {
+  rowName.clear();
+  rowName.reserve(rowNamePrefix_.size() +
+                  kIndexTextSize * indexTemplate_.size());
   rowName = rowNamePrefix_;
   int indexCount = 0;
   for (const NetSNMPNodeData* value : values) {

@@ -9,9 +9,11 @@
 namespace {
 
 // The key of an ordered row, made as the store made it.
-std::string KeyOf(const RowIndex::Ordered::value_type& ordered,
-                  const std::string& prefix) {
-  std::string key = prefix;
+std::string KeyMadeOf(const RowIndex::Ordered::value_type& ordered,
+                      const std::string& prefix) {
+  std::string key;
+  key.reserve(prefix.size() + kIndexTextSize * ordered.first.size());
+  key = prefix;
   std::uint64_t signedIndexes = ordered.second.signedIndexes;
   for (const unsigned long subId : ordered.first) {
     if ((signedIndexes & 1) != 0) {
@@ -55,16 +57,20 @@ bool RowSelection::AddFloating() {
   return true;
 }
 
-bool RowSelection::AddExact(const RowIndex::OidView& oid) {
+bool RowSelection::AddExact(const RowIndex::OidView& oid, Choice& choice) {
   const auto& ordered = entry_->index_->OrderedRows();
   const auto found = ordered.find(oid);
-  return found == ordered.end() || Add(found);
+  if (found == ordered.end()) return true;
+  choice = Certain(found);
+  return Add(found);
 }
 
-bool RowSelection::AddAfter(const RowIndex::OidView& oid) {
+bool RowSelection::AddAfter(const RowIndex::OidView& oid, Choice& choice) {
   const auto& ordered = entry_->index_->OrderedRows();
   const auto next = ordered.upper_bound(oid);
-  return Add(next == ordered.end() ? ordered.begin() : next);
+  if (next == ordered.end()) return AddFirst();
+  choice = Certain(next);
+  return Add(next);
 }
 
 bool RowSelection::AddFirst() {
@@ -74,7 +80,7 @@ bool RowSelection::AddFirst() {
 bool RowSelection::Add(RowIndex::Ordered::const_iterator ordered) {
   if (ordered == entry_->index_->OrderedRows().end()) return true;
   Rows& rows = entry_->rows_;
-  const auto place = rows.find(KeyOf(*ordered, entry_->rowNamePrefix_));
+  const auto place = rows.find(KeyMadeOf(*ordered, entry_->rowNamePrefix_));
   if (place == rows.end() || place->second != ordered->second.row) return false;
   if (!Holds(place->second)) selected_.push_back(place);
   return true;
@@ -88,6 +94,16 @@ void RowSelection::Activate() {
   outer_ = entry_->selection_;
   entry_->selection_ = this;
   active_ = true;
+}
+
+RowSelection::Choice RowSelection::Certain(
+    RowIndex::Ordered::const_iterator ordered) const {
+  return entry_->index_->FloatingRows().empty() ? &*ordered : nullptr;
+}
+
+void RowSelection::EndWalk(bool foundAll) {
+  entry_->rowCursor_ =
+      foundAll && !selected_.empty() ? selected_.back() : entry_->rows_.end();
 }
 
 RowSelection::Row* RowSelection::First() {
@@ -110,6 +126,14 @@ bool RowSelection::Holds(const Row* row) const {
   return std::any_of(
       selected_.begin(), selected_.end(),
       [&](const Rows::iterator& place) { return place->second == row; });
+}
+
+const std::string* RowSelection::KeyOf(const Row* row) const {
+  for (const Rows::iterator& place : selected_) {
+    if (place->second != row) continue;
+    return entry_->index_->FloatingRows().empty() ? &place->first : nullptr;
+  }
+  return nullptr;
 }
 
 void RowSelection::Forget(Rows::iterator place) {

@@ -18,6 +18,7 @@ class RowSelection {
  public:
   using Rows = RowIndex::Rows;
   using Row = RowIndex::Row;
+  using Choice = const RowIndex::Ordered::value_type*;
 
   explicit RowSelection(NetSNMPTableEntryNode& entry);
   ~RowSelection();
@@ -27,10 +28,11 @@ class RowSelection {
   // Select the rows that may be wanted whatever the request; the row of `oid`;
   // the first row after it or, without one, the first of all, since a walk goes
   // on with that one in the next column; the first of all. They return false if
-  // the rows cannot be told apart without walking all of them.
+  // the rows cannot be told apart without walking all of them. `choice` is the
+  // row itself if it is certain to be the one wanted, else null.
   bool AddFloating();
-  bool AddExact(const RowIndex::OidView& oid);
-  bool AddAfter(const RowIndex::OidView& oid);
+  bool AddExact(const RowIndex::OidView& oid, Choice& choice);
+  bool AddAfter(const RowIndex::OidView& oid, Choice& choice);
   bool AddFirst();
 
   // Hands the selection to the store's hooks until it is destroyed.
@@ -43,12 +45,22 @@ class RowSelection {
 
   bool Holds(const Row* row) const;
 
+  // The key of a selected row while it certainly is the one made of the row's
+  // index values, else null. It stays until the row is removed.
+  const std::string* KeyOf(const Row* row) const;
+
+  // Moves the store's cursor to where the walk that looks for the selected rows
+  // ends: to the last of them when it has found as many as it looks for, past
+  // the last row of all when it has to look further.
+  void EndWalk(bool foundAll);
+
   // Called when the row of `place` is removed, and when the store is destroyed.
   void Forget(Rows::iterator place);
   void ForgetStore();
 
  private:
   bool Add(RowIndex::Ordered::const_iterator ordered);
+  Choice Certain(RowIndex::Ordered::const_iterator ordered) const;
   Row* Current();
 
   NetSNMPTableEntryNode* entry_;

@@ -6,6 +6,7 @@
 #include "NetSNMPTableNode.h"
 #include "adapter/Containment.h"
 #include "nodes/NodeLookup.h"
+#include "tables/DirectAnswer.h"
 #include "tables/RowSelection.h"
 
 namespace {
@@ -32,30 +33,41 @@ bool IndexPart(const netsnmp_handler_registration& table,
   return true;
 }
 
-// Selects what one request can be answered with.
+// The rows for the open requests, one each.
+using Choices = std::vector<direct_answer::Choice>;
+
+// Selects what one request can be answered with, and makes its choice.
 bool SelectFor(const netsnmp_handler_registration& table, int mode,
-               netsnmp_request_info* request, RowSelection& selection) {
+               netsnmp_request_info* request, RowSelection& selection,
+               direct_answer::Choice& choice) {
   netsnmp_table_request_info* info = nullptr;
   NetSNMP::extract_snmp_table_info(&info, request);
   if (info == nullptr) return false;
   RowIndex::OidView index = {};
   const bool hasIndex =
       IndexPart(table, *request->requestvb, info->colnum, index);
-  if (mode != MODE_GETNEXT) return !hasIndex || selection.AddExact(index);
-  return hasIndex ? selection.AddAfter(index) : selection.AddFirst();
+  if (mode != MODE_GETNEXT) {
+    return !hasIndex || selection.AddExact(index, choice);
+  }
+  return hasIndex ? selection.AddAfter(index, choice) : selection.AddFirst();
 }
 
-// Selects what all requests can be answered with, and puts it to work.
-void Select(const netsnmp_handler_registration& table, int mode,
-            netsnmp_request_info* requests, RowSelection& selection) {
-  if (!selection.AddFloating()) return;
+// Selects what all requests can be answered with, and puts it to work. Returns
+// whether all choices are made.
+bool Select(const netsnmp_handler_registration& table, int mode,
+            netsnmp_request_info* requests, RowSelection& selection,
+            Choices& choices) {
+  if (!selection.AddFloating()) return false;
+  bool certain = true;
   for (auto* request = requests; request != nullptr; request = request->next) {
-    if (request->processed == 0 &&
-        !SelectFor(table, mode, request, selection)) {
-      return;
-    }
+    if (request->processed != 0) continue;
+    direct_answer::Choice choice = nullptr;
+    if (!SelectFor(table, mode, request, selection, choice)) return false;
+    choices.push_back(choice);
+    certain = certain && choice != nullptr;
   }
   selection.Activate();
+  return certain;
 }
 
 NetSNMPTableEntryNode* EntryOf(const netsnmp_handler_registration& table) {
@@ -73,10 +85,23 @@ int SelectRows(netsnmp_mib_handler* handler,
                                      requests);
   }
   RowSelection selection(*entry);
+  Choices choices;
+  const int mode = requestInfo->mode;
+  bool certain = false;
   // What fails here, for want of memory, leaves all rows to the iterator.
   containment::Contain(
-      [&] { Select(*registration, requestInfo->mode, requests, selection); },
+      [&] {
+        certain = Select(*registration, mode, requests, selection, choices);
+      },
       [](const std::string&) {});
+  // A SET comes back in later phases, with what the iterator remembers of it.
+  if (certain && mode != MODE_SET_RESERVE1 &&
+      direct_answer::IsTheIterators(*handler->next, *registration, requests,
+                                    choices)) {
+    selection.EndWalk(mode == MODE_GET);
+    return direct_answer::Give(handler->next, registration, requestInfo,
+                               requests, choices);
+  }
   return netsnmp_call_next_handler(handler, registration, requestInfo,
                                    requests);
 }

@@ -50,3 +50,12 @@ std::vector<NetSNMPNodeData*>* ServedRow::Of(
   if (requestInfo.mode == MODE_SET_RESERVE1) Pin(request, row);
   return row;
 }
+
+const std::string& ServedRow::KeyOf(const NetSNMPTableEntryNode& entry,
+                                    const Row& row, std::string& scratch) {
+  const std::string* const key =
+      entry.selection_ == nullptr ? nullptr : entry.selection_->KeyOf(&row);
+  if (key != nullptr) return *key;
+  entry.GetRowName(row, scratch);
+  return scratch;
+}

@@ -2,6 +2,7 @@
 #ifndef SNMPSUBAGENT_TABLES_SERVEDROW_H_
 #define SNMPSUBAGENT_TABLES_SERVEDROW_H_
 
+#include <string>
 #include <vector>
 
 class NetSNMPNodeData;
@@ -18,6 +19,12 @@ class ServedRow {
       const NetSNMPTableEntryNode& entry,
       const netsnmp_agent_request_info_s& requestInfo,
       netsnmp_request_info_s* request);
+
+  // Its row key, in `scratch` if it has to be made; else in the store, which
+  // keeps it while the row is there.
+  static const std::string& KeyOf(const NetSNMPTableEntryNode& entry,
+                                  const std::vector<NetSNMPNodeData*>& row,
+                                  std::string& scratch);
 
  private:
   static bool IsStored(const NetSNMPTableEntryNode& entry, const void* row);

@@ -116,13 +116,14 @@ bool ServeCell(const NetSNMPTableNode& table,
   const unsigned int column = ColumnOf(request);
   NetSNMPNodeData* const cell = CellOf(*row, column);
   if (cell == nullptr) return false;
-  std::string rowKey;
-  table.entryNode_->GetRowName(*row, rowKey);
+  std::string scratch;
+  const std::string& key = ServedRow::KeyOf(*table.entryNode_, *row, scratch);
   const int mode = requestInfo.mode;
-  result =
-      MayReadStored(*cell, rowKey, mode)
-          ? NetSNMP::handle_snmp_request(request->requestvb, cell, mode)
-          : ServeCopy(table, *row, column, rowKey, request->requestvb, mode);
+  // A callback for a copy may remove the row, and its key with it.
+  result = MayReadStored(*cell, key, mode)
+               ? NetSNMP::handle_snmp_request(request->requestvb, cell, mode)
+               : ServeCopy(table, *row, column, std::string(key),
+                           request->requestvb, mode);
   return true;
 }
 

@@ -77,6 +77,31 @@ TEST_F(ServedTable, AnswersGetWithTheCellOrTheReasonWhyNot) {
   }
 }
 
+variable_list* NoDataPoint(void**, void**, variable_list*,
+                           netsnmp_iterator_info*) {
+  return nullptr;
+}
+
+TEST_F(ServedTable, HasTheRowsOfTheHooksThatItsIteratorWasGiven) {
+  AddSlot(1, 2, 10);
+  table_->iteratorInfo_->get_first_data_point = NoDataPoint;
+  EXPECT_EQ(TypeOfGet(CellOid(3, 1, 2)), SNMP_NOSUCHINSTANCE);
+  EXPECT_THAT(Walk(), IsEmpty());
+  table_->iteratorInfo_->get_first_data_point = table_get_first_data_point;
+  EXPECT_THAT(Walk(), ElementsAre("3.1.2 = 10"));
+}
+
+TEST_F(ServedTable, HasItsCursorAtTheRowOfAGetAndAtTheEndAfterAGetNext) {
+  for (const int unit : {1, 5, 10}) AddSlot(unit, 2);
+  CellRequest get(CellOid(3, 5, 2));
+  Serve(get, MODE_GET);
+  EXPECT_EQ(store_->rowCursor_,
+            store_->rows_.find(store_->rowNamePrefix_ + ".5.2"));
+  CellRequest next(CellOid(3, 1, 2));
+  Serve(next, MODE_GETNEXT);
+  EXPECT_EQ(store_->rowCursor_, store_->rows_.end());
+}
+
 TEST_F(ServedTable, IsEmptyWithoutRowsOrStore) {
   EXPECT_THAT(Walk(), IsEmpty());
   EXPECT_EQ(TypeOfGet(CellOid(3, 1, 2)), SNMP_NOSUCHINSTANCE);
