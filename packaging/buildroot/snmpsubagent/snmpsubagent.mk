@@ -1,0 +1,28 @@
+################################################################################
+#
+# snmpsubagent
+#
+################################################################################
+# SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#
+# For a BR2_EXTERNAL tree, with the source that scripts/package leaves in
+# build/package copied beside this file.
+
+SNMPSUBAGENT_VERSION = 0.1.0
+SNMPSUBAGENT_SOURCE = snmpsubagent_$(SNMPSUBAGENT_VERSION).tar.xz
+SNMPSUBAGENT_SITE_METHOD = file
+SNMPSUBAGENT_SITE = $(SNMPSUBAGENT_PKGDIR)
+SNMPSUBAGENT_INSTALL_STAGING = YES
+SNMPSUBAGENT_SUPPORTS_IN_SOURCE_BUILD = NO
+SNMPSUBAGENT_DEPENDENCIES = boost netsnmp
+
+# To be filled in by the owner, who has not named a licence yet: its SPDX name,
+# and SNMPSUBAGENT_LICENSE_FILES with the file that has its text.
+SNMPSUBAGENT_LICENSE = PROPRIETARY
+SNMPSUBAGENT_REDISTRIBUTE = NO
+
+# A device links its own platform library instead of the host's with
+# -DSNMPSUBAGENT_PLATFORM_LIBRARY=$(STAGING_DIR)/usr/lib/libdevice.so
+SNMPSUBAGENT_CONF_OPTS = -DBUILD_TESTING=OFF -DCMAKE_SKIP_INSTALL_RPATH=ON
+
+$(eval $(cmake-package))

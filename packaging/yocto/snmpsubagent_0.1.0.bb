@@ -1,0 +1,34 @@
+# SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#
+# For a layer of the device's own, in recipes-support/snmpsubagent. SRC_URI takes
+# the source as `scripts/package` leaves it in build/package.
+SUMMARY = "Publishes a service's management data over SNMP"
+DESCRIPTION = "A C++ library with which a service becomes an AgentX subagent \
+of the device's SNMP agent."
+SECTION = "libs"
+
+# To be filled in by the owner, who has not named a licence yet: an SPDX name,
+# and LIC_FILES_CHKSUM with the file that has its text.
+LICENSE = "CLOSED"
+
+SRC_URI = "file://${BPN}_${PV}.tar.xz"
+S = "${WORKDIR}/source"
+
+DEPENDS = "boost net-snmp"
+
+inherit cmake pkgconfig
+
+# A device links its own platform library instead of the host's:
+#   EXTRA_OECMAKE += "-DSNMPSUBAGENT_PLATFORM_LIBRARY=${STAGING_LIBDIR}/libdevice.so"
+# in a .bbappend, with the library in DEPENDS. There is no package of the host's
+# platform library then.
+EXTRA_OECMAKE = "-DBUILD_TESTING=OFF -DCMAKE_SKIP_INSTALL_RPATH=ON"
+
+PACKAGES =+ "${PN}-platform"
+SUMMARY:${PN}-platform = "Host platform library of ${PN}"
+FILES:${PN}-platform = "${libdir}/libsnmpsubagent-platform.so.*"
+FILES:${PN} = "${libdir}/libsnmpsubagent.so.*"
+FILES:${PN}-dev += "${libdir}/cmake ${datadir}/snmp/mib2c-data"
+
+# The master agent, on the device or elsewhere; the library does without.
+RRECOMMENDS:${PN} = "net-snmp-server-snmpd"
