@@ -53,10 +53,12 @@ class AValueOnItsWay : public testing::Test {
                            nullptr};
   NetSNMPIntNodeData withoutStorage_{nullptr, eNodeAccessReadOnly};
 
-  // The agent library keeps integers in a long.
+  // The agent library keeps integers in a long, also those that a long of 32
+  // bits shows as negative.
+  const long kLongOfCount = static_cast<long>(count_);
   const SentValue kSent[10] = {
       {"int", int_, ASN_INTEGER, BytesOf(-7L)},
-      {"unsigned int", unsignedInt_, ASN_UNSIGNED, BytesOf(4294967295L)},
+      {"unsigned int", unsignedInt_, ASN_UNSIGNED, BytesOf(kLongOfCount)},
       {"string", stringValue_, ASN_OCTET_STR, string_},
       {"empty string", noStringValue_, ASN_OCTET_STR, ""},
       {"long string", longStringValue_, ASN_OCTET_STR, longString_},
@@ -97,7 +99,7 @@ TEST_F(AValueOnItsWay, LeavesTheTypeOfAVarbindThatTakesItsBytesOnly) {
   const Varbind number = Varbind::Integer(42, ASN_TIMETICKS);
   EXPECT_EQ(NetSNMP::set_snmp_var_value(number, &unsignedInt_), 0);
   EXPECT_EQ(number->type, ASN_TIMETICKS);
-  EXPECT_EQ(number.Bytes(), BytesOf(4294967295L));
+  EXPECT_EQ(number.Bytes(), BytesOf(kLongOfCount));
 }
 
 TEST_F(AValueOnItsWay, IsAppendedToAListUnderItsName) {

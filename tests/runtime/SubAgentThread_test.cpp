@@ -5,6 +5,7 @@
 #include <cerrno>
 #include <functional>
 #include <future>
+#include <limits>
 
 #include "CallJournal.h"
 #include "ISNMPSubAgentCallback.h"
@@ -63,7 +64,9 @@ TEST(AConstructedSubAgent, StaysSoWhenNoThreadCanBeMade) {
   pthread_attr_t usual;
   ASSERT_EQ(pthread_getattr_default_np(&usual), 0);
   pthread_attr_t endless = usual;
-  ASSERT_EQ(pthread_attr_setstacksize(&endless, std::size_t{1} << 60), 0);
+  constexpr std::size_t kMostOfAllAddresses =
+      std::numeric_limits<std::size_t>::max() / 16 * 15;
+  ASSERT_EQ(pthread_attr_setstacksize(&endless, kMostOfAllAddresses), 0);
   ASSERT_EQ(pthread_setattr_default_np(&endless), 0);
   LonelySubAgent subAgent;
   EXPECT_THROW(subAgent.Start(), boost::thread_resource_error);
