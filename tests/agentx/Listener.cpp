@@ -20,12 +20,15 @@ int Checked(int result, const char* call) {
 
 }  // namespace
 
-Listener::Listener()
+Listener::Listener(int port)
     : socket_(
           Checked(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0), "socket")) {
+  const int on = 1;
+  setsockopt(socket_.Number(), SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
   sockaddr_in address{};
   address.sin_family = AF_INET;
   address.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
+  address.sin_port = htons(static_cast<in_port_t>(port));
   socklen_t length = sizeof address;
   auto* const generic = reinterpret_cast<sockaddr*>(&address);
   Checked(bind(socket_.Number(), generic, length), "bind");

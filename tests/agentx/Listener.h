@@ -8,10 +8,11 @@
 
 namespace agentx {
 
-// Where a master agent waits for its subagents: a free TCP port of 127.0.0.1.
+// Where a master agent waits for its subagents: a TCP port of 127.0.0.1.
 class Listener {
  public:
-  Listener();
+  // At that port; at a free one for 0. Throws std::system_error.
+  explicit Listener(int port = 0);
 
   int Port() const { return port_; }
 

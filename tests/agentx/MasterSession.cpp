@@ -14,8 +14,6 @@
 namespace agentx {
 namespace {
 
-constexpr std::uint32_t kSessionId = 1;
-
 template <typename Option>
 void SetOption(const support::FileDescriptor& socket, int level, int name,
                const Option& value) {
@@ -25,9 +23,10 @@ void SetOption(const support::FileDescriptor& socket, int level, int name,
 }  // namespace
 
 MasterSession::MasterSession(support::FileDescriptor connection,
-                             std::chrono::seconds patience)
+                             std::chrono::seconds patience, std::uint32_t id)
     : connection_(std::move(connection)),
-      start_(std::chrono::steady_clock::now()) {
+      start_(std::chrono::steady_clock::now()),
+      id_(id) {
   // Requests leave at once, so that a delay is the subagent's own.
   SetOption(connection_, IPPROTO_TCP, TCP_NODELAY, 1);
   SetOption(connection_, SOL_SOCKET, SO_RCVTIMEO,
@@ -83,8 +82,8 @@ Pdu MasterSession::Next() {
     std::array<std::uint8_t, 65536> buffer;
     const ssize_t size =
         recv(connection_.Number(), buffer.data(), buffer.size(), 0);
-    if (size == 0) throw std::runtime_error("the subagent has disconnected");
-    if (size < 0) throw std::runtime_error("the subagent does not answer");
+    if (size == 0) throw NoSubAgent("the subagent has disconnected");
+    if (size < 0) throw NoSubAgent("the subagent does not answer");
     received_.insert(received_.end(), buffer.begin(), buffer.begin() + size);
   }
   const std::size_t size = MessageSize(received_.data());
@@ -97,10 +96,8 @@ Pdu MasterSession::Next() {
 std::uint32_t MasterSession::Send(const Body& request,
                                   std::uint32_t transactionId) {
   ++lastPacketId_;
-  SendBytes(
-      Encode({{1, kNetworkByteOrder, kSessionId, transactionId, lastPacketId_},
-              {},
-              request}));
+  SendBytes(Encode(
+      {{1, byteOrder_, id_, transactionId, lastPacketId_}, {}, request}));
   return lastPacketId_;
 }
 
@@ -109,7 +106,7 @@ void MasterSession::SendBytes(const Bytes& bytes) {
   while (sent < bytes.size()) {
     const ssize_t size = send(connection_.Number(), bytes.data() + sent,
                               bytes.size() - sent, MSG_NOSIGNAL);
-    if (size <= 0) throw std::runtime_error("the subagent has disconnected");
+    if (size <= 0) throw NoSubAgent("the subagent has disconnected");
     sent += static_cast<std::size_t>(size);
   }
 }
@@ -127,10 +124,19 @@ void MasterSession::Grant(const Pdu& asked) {
   } else if (const auto* notify = std::get_if<Notify>(&asked.body)) {
     notifications_.push_back(*notify);
   }
+  Answer(asked, 0);
+}
+
+void MasterSession::Answer(const Pdu& asked, std::uint16_t error) {
   Header header = asked.header;
   header.flags &= kNetworkByteOrder;
-  header.sessionId = kSessionId;
-  SendBytes(Encode({header, {}, Response{Uptime(), 0, 0, {}}}));
+  header.sessionId = id_;
+  SendBytes(Encode({header, {}, Response{Uptime(), error, 0, {}}}));
+}
+
+void MasterSession::Reset() {
+  SetOption(connection_, SOL_SOCKET, SO_LINGER, linger{1, 0});
+  connection_ = support::FileDescriptor();
 }
 
 std::uint32_t MasterSession::Uptime() const {

@@ -5,6 +5,7 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <stdexcept>
 #include <vector>
 
 #include "agentx/Codec.h"
@@ -13,26 +14,53 @@
 
 namespace agentx {
 
+// The subagent is waited for in vain: it has closed the connection, or stays
+// silent for too long.
+struct NoSubAgent : std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
 // The master agent's end of one AgentX session. It grants the subagent whatever
 // it asks for, and puts requests of its own.
 //
-// Every operation that waits throws std::runtime_error if the subagent stays
-// silent for too long or closes the connection.
+// Every operation that waits throws NoSubAgent.
 //
 // Threads: one.
 class MasterSession {
  public:
-  // `patience` is how long the subagent may stay silent while it is waited for.
+  // `patience` is how long the subagent may stay silent while it is waited for,
+  // `id` is the number that the session will have.
   MasterSession(support::FileDescriptor connection,
-                std::chrono::seconds patience);
+                std::chrono::seconds patience, std::uint32_t id = 1);
+
+  std::uint32_t Id() const { return id_; }
+
+  // Puts requests in the byte order of these flags (see Header) from now on.
+  void SetByteOrder(std::uint8_t flags) { byteOrder_ = flags; }
 
   // Grants what the subagent asks until `done` holds, which is asked after
   // every message.
   void ServeUntil(const std::function<bool()>& done);
 
-  // Sends a request, as part of a new transaction; returns the packet id that
-  // its response will have.
+  // The next message of the subagent, which waits for its answer.
+  Pdu Next();
+
+  // Takes note of what the subagent asks and grants it.
+  void Grant(const Pdu& asked);
+
+  // Answers what the subagent asks.
+  void Answer(const Pdu& asked, std::uint16_t error);
+
+  // Sends these bytes, which may be no message at all.
+  void SendBytes(const Bytes& bytes);
+
+  // Ends the connection in a way that the subagent sees as a failure.
+  void Reset();
+
+  // Sends a request, as part of a new transaction or of the one named; returns
+  // the packet id that its response will have.
   std::uint32_t Send(const Body& request);
+  std::uint32_t Send(const Body& request, std::uint32_t transactionId);
 
   // The next response to a request, whichever it answers. What the subagent
   // asks meanwhile is granted.
@@ -57,15 +85,12 @@ class MasterSession {
   std::vector<Notify> TakeNotifications();
 
  private:
-  Pdu Next();
-  std::uint32_t Send(const Body& request, std::uint32_t transactionId);
-  void SendBytes(const Bytes& bytes);
-  // Takes note of what the subagent asks and grants it.
-  void Grant(const Pdu& asked);
   std::uint32_t Uptime() const;
 
   support::FileDescriptor connection_;
   std::chrono::steady_clock::time_point start_;
+  std::uint32_t id_;
+  std::uint8_t byteOrder_ = kNetworkByteOrder;
   Bytes received_;  // and not yet consumed
   std::uint32_t lastPacketId_ = 0;
   std::uint32_t lastTransactionId_ = 0;
