@@ -4,6 +4,7 @@
 #include <sys/socket.h>
 
 #include <exception>
+#include <utility>
 
 #include "ISNMPSubAgentCallback.h"
 #include "NetSNMP.h"
@@ -40,15 +41,29 @@ void SendAtOnce(void* session) {
   setsockopt(transport->sock, IPPROTO_TCP, TCP_NODELAY, &on, sizeof(on));
 }
 
+// Whether a session is just being announced, and was lost meanwhile. Guarded by
+// the lock of NetSNMPAgentGuard.
+bool announcing = false;
+bool lostMeanwhile = false;
+
 void OnSessionStart(SNMPSubAgent* subAgent, void* session) {
   SendAtOnce(session);
   SetConnected(subAgent, true);
+  announcing = true;
   CallApplication([&] { subAgent->OnSubAgentConnected(); });
   CallApplication([&] { subAgent->NotifySubAgentCallbacks(1); });
+  announcing = false;
+  if (!std::exchange(lostMeanwhile, false)) return;
+  CallApplication([&] { subAgent->NotifySubAgentCallbacks(0); });
 }
 
+// While the application registers its nodes the session may be lost already.
+// The receivers, who know nothing of it yet, are told of it and of its loss in
+// that order.
 void OnSessionStop(SNMPSubAgent* subAgent) {
-  if (subAgent->Connected()) {
+  if (announcing) {
+    lostMeanwhile = true;
+  } else if (subAgent->Connected()) {
     CallApplication([&] { subAgent->NotifySubAgentCallbacks(0); });
   }
   SetConnected(subAgent, false);

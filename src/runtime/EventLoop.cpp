@@ -12,6 +12,7 @@
 #include "adapter/Containment.h"
 #include "adapter/SigpipeBlock.h"
 #include "runtime/InterruptionPoints.h"
+#include "runtime/Reconnection.h"
 
 namespace {
 
@@ -106,6 +107,7 @@ void SNMPSubAgent::process() {
     if (thread_) thread_->interrupt();
   }
   containment::RaisePendingInterruption();
+  PutReconnectionRight();
   KeepHouse(interruption);
   containment::RaisePendingInterruption();
 }

@@ -10,6 +10,7 @@
 #include "runtime/AgentShutdown.h"
 #include "runtime/InterruptionPoints.h"
 #include "runtime/LivingSubAgents.h"
+#include "runtime/Reconnection.h"
 
 namespace {
 
@@ -32,6 +33,7 @@ void SetUpAgentLibrary(SNMPSubAgent* subAgent) {
       SocketText(subAgent->masterAddress_, subAgent->masterPort_);
   netsnmp_ds_set_string(NETSNMP_DS_APPLICATION_ID, NETSNMP_DS_AGENT_X_SOCKET,
                         socket.c_str());
+  WatchReconnection();
   init_agent(subAgent->agentName_.c_str());
   for (const int event :
        {SNMPD_CALLBACK_INDEX_START, SNMPD_CALLBACK_INDEX_STOP}) {

@@ -81,8 +81,7 @@ TEST_F(ASession, ServesAllNodesAgainWhenTheMasterAgentIsBack) {
   EXPECT_TRUE(WaitUntilServed());
 }
 
-// The agent library loses nodes when the master agent goes away while it still
-// registers them again: each round begins when all are served.
+// Each time as soon as it is back, while the nodes are still registered again.
 TEST_F(ASession, SurvivesThatTheMasterAgentIsKilledAgainAndAgain) {
   session_.Connect();
   std::vector<int> states = {1};
@@ -93,8 +92,8 @@ TEST_F(ASession, SurvivesThatTheMasterAgentIsKilledAgainAndAgain) {
     session_.Master().Start();
     states.push_back(1);
     ASSERT_TRUE(session_.Receiver().WaitForStates(states));
-    ASSERT_TRUE(WaitUntilServed());
   }
+  EXPECT_TRUE(WaitUntilServed());
 }
 
 TEST_F(ASession, ServesANodeThatWasBuiltWhileTheMasterAgentWasAway) {
