@@ -22,6 +22,8 @@ endif()
 # Where mib2c(1) of Net-SNMP looks for templates.
 install(DIRECTORY mib2c/ DESTINATION "${CMAKE_INSTALL_DATADIR}/snmp/mib2c-data")
 
+install(FILES docs/man/snmpsubagent.7 DESTINATION "${CMAKE_INSTALL_MANDIR}/man7")
+
 configure_package_config_file(cmake/SnmpSubAgentConfig.cmake.in
   SnmpSubAgentConfig.cmake INSTALL_DESTINATION "${packageDir}"
   NO_SET_AND_CHECK_MACRO NO_CHECK_REQUIRED_COMPONENTS_MACRO)
