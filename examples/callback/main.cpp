@@ -4,24 +4,14 @@
 // and leaves the slow part to the service's own thread.
 //
 //   callback [host port]      where the master agent takes AgentX sessions
-#include <NetSNMPAgentGuard.h>
 #include <NetSNMPDataNode.h>
 #include <NetSNMPIntNodeData.h>
-#include <SNMPSubAgent.h>
-#include <signal.h>
 
-#include <cstdlib>
+#include <algorithm>
 #include <iostream>
 #include <string>
-#include <thread>
 
-class Service : public SNMPSubAgent {
- public:
-  Service(const std::string& host, int port)
-      : SNMPSubAgent("callback", host, port) {}
-  void ApplicationOperation() override {}
-  void OnSubAgentConnected() override { NetSNMPNode::RegisterMibs(); }
-};
+#include "../common/ExampleService.h"
 
 // The valve's opening in percent. Managers write `wanted`, the service's own
 // thread drives the valve there, which takes its time.
@@ -51,35 +41,15 @@ void AddScalars(Valve& valve) {
                       nullptr, "");
 }
 
-bool Initialized() {
-  const NetSNMPAgentGuard guard;
-  return NetSNMPNode::snmpSubAgent_ != nullptr;
-}
-
 int main(int argc, char* argv[]) {
-  sigset_t signals;
-  sigemptyset(&signals);
-  sigaddset(&signals, SIGINT);
-  sigaddset(&signals, SIGTERM);
-  pthread_sigmask(SIG_BLOCK, &signals, nullptr);
-
   Valve valve;
   NetSNMPNode::nodeMap_ = new std::map<std::string, NetSNMPNode*>;
   AddScalars(valve);
-  Service service(argc > 2 ? argv[1] : "127.0.0.1",
-                  argc > 2 ? std::atoi(argv[2]) : 705);
-  service.Start();
 
-  // The service's work: one percent each hundredth of a second.
-  const timespec interval = {0, 10000000};
-  while (sigtimedwait(&signals, nullptr, &interval) < 0) {
-    const NetSNMPAgentGuard guard;
-    if (valve.is < valve.wanted) ++valve.is;
-    if (valve.is > valve.wanted) --valve.is;
-  }
-
-  // Not before the subagent thread has set up the agent library.
-  while (!Initialized()) std::this_thread::yield();
-  service.Stop();
-  NetSNMPNode::DeleteNodeMap();
+  // The service's work: to drive the valve where it is wanted, ten percent at a
+  // time.
+  ExampleService service("callback", argc, argv);
+  service.Run([&] {
+    valve.is += std::max(-10, std::min(10, valve.wanted - valve.is));
+  });
 }

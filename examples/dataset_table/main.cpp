@@ -8,12 +8,10 @@
 #include <NetSNMPDataSetTableNode.h>
 #include <NetSNMPStringNodeData.h>
 #include <NetSNMPUnsignedIntNodeData.h>
-#include <SNMPSubAgent.h>
-#include <signal.h>
 
-#include <cstdlib>
 #include <string>
-#include <thread>
+
+#include "../common/ExampleService.h"
 
 // eventTable: column 1 is the index, column 2 a text. No further column would
 // be filled.
@@ -47,11 +45,10 @@ class EventLog {
   unsigned int count_ = 0;
 };
 
-class Service : public SNMPSubAgent {
+class Service : public ExampleService {
  public:
-  Service(const std::string& host, int port, EventLog& log)
-      : SNMPSubAgent("events", host, port), log_(log) {}
-  void ApplicationOperation() override {}
+  Service(int argc, char* argv[], EventLog& log)
+      : ExampleService("events", argc, argv), log_(log) {}
   void OnSubAgentConnected() override {
     NetSNMPNode::RegisterMibs();
     log_.Add("connected");
@@ -61,33 +58,14 @@ class Service : public SNMPSubAgent {
   EventLog& log_;
 };
 
-bool Initialized() {
-  const NetSNMPAgentGuard guard;
-  return NetSNMPNode::snmpSubAgent_ != nullptr;
-}
-
 int main(int argc, char* argv[]) {
-  sigset_t signals;
-  sigemptyset(&signals);
-  sigaddset(&signals, SIGINT);
-  sigaddset(&signals, SIGTERM);
-  pthread_sigmask(SIG_BLOCK, &signals, nullptr);
-
   NetSNMPNode::nodeMap_ = new std::map<std::string, NetSNMPNode*>;
   EventLog log;
-  Service service(argc > 2 ? argv[1] : "127.0.0.1",
-                  argc > 2 ? std::atoi(argv[2]) : 705, log);
-  service.Start();
 
-  // The service's work: it has one thing to say, as soon as there is a dataset.
-  const timespec interval = {0, 100000000};
+  // The service has one thing to say, as soon as there is a dataset.
   bool told = false;
-  while (sigtimedwait(&signals, nullptr, &interval) < 0) {
+  Service service(argc, argv, log);
+  service.Run([&] {
     if (!told) told = log.Add("all is well");
-  }
-
-  // Not before the subagent thread has set up the agent library.
-  while (!Initialized()) std::this_thread::yield();
-  service.Stop();
-  NetSNMPNode::DeleteNodeMap();
+  });
 }

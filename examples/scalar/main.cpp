@@ -4,27 +4,15 @@
 // then reads as they are, and with values of their own.
 //
 //   scalar [host port]      where the master agent takes AgentX sessions
-#include <NetSNMPAgentGuard.h>
 #include <NetSNMPBoolNodeData.h>
 #include <NetSNMPDataNode.h>
 #include <NetSNMPIntNodeData.h>
 #include <NetSNMPSmiNodeData.h>
 #include <NetSNMPStringNodeData.h>
-#include <SNMPSubAgent.h>
-#include <signal.h>
 
-#include <cstdlib>
-#include <ctime>
 #include <string>
-#include <thread>
 
-class Service : public SNMPSubAgent {
- public:
-  Service(const std::string& host, int port)
-      : SNMPSubAgent("scalar", host, port) {}
-  void ApplicationOperation() override {}
-  void OnSubAgentConnected() override { NetSNMPNode::RegisterMibs(); }
-};
+#include "../common/ExampleService.h"
 
 // What the service works with. Nothing here knows of SNMP.
 struct Pump {
@@ -58,36 +46,15 @@ void AddScalars(Pump& pump) {
             NetSNMPStringNodeData(&model, eNodeAccessReadOnly, true));
 }
 
-bool Initialized() {
-  const NetSNMPAgentGuard guard;
-  return NetSNMPNode::snmpSubAgent_ != nullptr;
-}
-
 int main(int argc, char* argv[]) {
-  sigset_t signals;
-  sigemptyset(&signals);
-  sigaddset(&signals, SIGINT);
-  sigaddset(&signals, SIGTERM);
-  pthread_sigmask(SIG_BLOCK, &signals, nullptr);
-
   Pump pump;
   NetSNMPNode::nodeMap_ = new std::map<std::string, NetSNMPNode*>;
   AddScalars(pump);
-  Service service(argc > 2 ? argv[1] : "127.0.0.1",
-                  argc > 2 ? std::atoi(argv[2]) : 705);
-  service.Start();
 
-  // The service's work: a stroke each tenth of a second, until a signal comes.
-  const timespec interval = {0, 100000000};
-  while (sigtimedwait(&signals, nullptr, &interval) < 0) {
-    const NetSNMPAgentGuard guard;  // no manager sees it half done
-    if (!pump.running) continue;
+  ExampleService service("scalar", argc, argv);
+  service.Run([&] {
+    if (!pump.running) return;
     ++pump.strokes;
     pump.pressure = 40 + static_cast<int>(pump.strokes % 5);
-  }
-
-  // Not before the subagent thread has set up the agent library.
-  while (!Initialized()) std::this_thread::yield();
-  service.Stop();
-  NetSNMPNode::DeleteNodeMap();
+  });
 }

@@ -4,26 +4,15 @@
 // that a scalar sends whenever its value is set.
 //
 //   traps [host port]      where the master agent takes AgentX sessions
-#include <NetSNMPAgentGuard.h>
 #include <NetSNMPBoolNodeData.h>
 #include <NetSNMPDataNode.h>
 #include <NetSNMPIntNodeData.h>
 #include <NetSNMPStringNodeData.h>
 #include <NetSNMPTrapNode.h>
-#include <SNMPSubAgent.h>
-#include <signal.h>
 
-#include <cstdlib>
 #include <string>
-#include <thread>
 
-class Service : public SNMPSubAgent {
- public:
-  Service(const std::string& host, int port)
-      : SNMPSubAgent("traps", host, port) {}
-  void ApplicationOperation() override {}
-  void OnSubAgentConnected() override { NetSNMPNode::RegisterMibs(); }
-};
+#include "../common/ExampleService.h"
 
 // The tank 1.3.6.1.4.1.32473.3.5: its notifications are below 0, its objects
 // below 1.
@@ -44,8 +33,8 @@ class Tank {
   }
 
   // The service's work: the tank leaks, and tells once that it is low.
+  // Requires: a guard, as Run() has one.
   void Leak() {
-    const NetSNMPAgentGuard guard;
     if (level_ > 0) --level_;
     if (level_ > 10 || told_) return;
     low_->AddDataObject(levelNode_);
@@ -77,28 +66,9 @@ class Tank {
   NetSNMPDataNode* placeNode_;
 };
 
-bool Initialized() {
-  const NetSNMPAgentGuard guard;
-  return NetSNMPNode::snmpSubAgent_ != nullptr;
-}
-
 int main(int argc, char* argv[]) {
-  sigset_t signals;
-  sigemptyset(&signals);
-  sigaddset(&signals, SIGINT);
-  sigaddset(&signals, SIGTERM);
-  pthread_sigmask(SIG_BLOCK, &signals, nullptr);
-
   NetSNMPNode::nodeMap_ = new std::map<std::string, NetSNMPNode*>;
   Tank tank;
-  Service service(argc > 2 ? argv[1] : "127.0.0.1",
-                  argc > 2 ? std::atoi(argv[2]) : 705);
-  service.Start();
-  const timespec interval = {0, 100000000};
-  while (sigtimedwait(&signals, nullptr, &interval) < 0) tank.Leak();
-
-  // Not before the subagent thread has set up the agent library.
-  while (!Initialized()) std::this_thread::yield();
-  service.Stop();
-  NetSNMPNode::DeleteNodeMap();
+  ExampleService service("traps", argc, argv);
+  service.Run([&] { tank.Leak(); });
 }
