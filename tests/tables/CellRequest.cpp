@@ -19,6 +19,12 @@ void CellRequest::SetInteger(long number) {
                            sizeof number);
 }
 
+void CellRequest::SetBytes(unsigned char type, const std::string& bytes) {
+  snmp_set_var_typed_value(request_.requestvb, ASN_OCTET_STR, bytes.data(),
+                           bytes.size());
+  request_.requestvb->type = type;
+}
+
 void CellRequest::Choose(std::vector<NetSNMPNodeData*>* row,
                          unsigned int column) {
   tableInfo_.colnum = column;

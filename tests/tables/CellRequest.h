@@ -21,6 +21,9 @@ class CellRequest {
   // What the manager wants to set.
   void SetInteger(long number);
 
+  // The same with any type and bytes.
+  void SetBytes(unsigned char type, const std::string& bytes);
+
   // Marks the request as the agent library's table and iterator do: for the
   // cell of `row` in `column`.
   void Choose(std::vector<NetSNMPNodeData*>* row, unsigned int column);

@@ -1,0 +1,33 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#ifndef SNMPSUBAGENT_TESTS_FUZZ_FUZZEDPDU_H_
+#define SNMPSUBAGENT_TESTS_FUZZ_FUZZEDPDU_H_
+
+#include <vector>
+
+#include "Input.h"
+#include "agentx/Codec.h"
+#include "agentx/Pdu.h"
+
+// Messages as an input decides: of every type and mostly proper ones.
+class FuzzedPdu {
+ public:
+  // Names are mostly some of `known`, which is borrowed.
+  explicit FuzzedPdu(const std::vector<agentx::Oid>& known) : known_(known) {}
+
+  // The bytes of the next message. `packetId` is its number.
+  agentx::Bytes Next(Input& input, std::uint32_t packetId) const;
+
+  // `bytes` with a part changed, taken away or put in.
+  static agentx::Bytes Damaged(Input& input, agentx::Bytes bytes);
+
+ private:
+  agentx::Body Body(Input& input) const;
+  agentx::Oid Name(Input& input) const;
+  agentx::Value Value(Input& input) const;
+  std::vector<agentx::SearchRange> Ranges(Input& input) const;
+  std::vector<agentx::Varbind> Varbinds(Input& input) const;
+
+  const std::vector<agentx::Oid>& known_;
+};
+
+#endif  // SNMPSUBAGENT_TESTS_FUZZ_FUZZEDPDU_H_
