@@ -41,25 +41,26 @@ struct Starts {
   Publisher publisher_;
 };
 
+// Compares what one more object takes.
+void Compare(Setup& setup, const std::string& name, const Publisher& library,
+             const Publisher& peer, unsigned int more, double goal) {
+  Figure figure{name, "bytes", peer.Name(), {}, {}, goal};
+  for (int run = 0; run < setup.Choose(1, 3); ++run) {
+    figure.library.push_back(MemoryPerObject(library, more));
+    figure.ofPeer.push_back(MemoryPerObject(peer, more));
+  }
+  setup.report.Add(figure);
+}
+
 }  // namespace
 
 void MeasureMemory(Setup& setup) {
-  const Publisher scalars{true, "scalars"};
-  const Publisher scalarsInC{false, "scalars"};
-  const Publisher table{true, "table"};
-  const Publisher tableInC{false, "iterator"};
-  Figure perScalar{
-      "memory per scalar", "bytes", scalarsInC.Name(), {}, {}, 1.15};
-  Figure perRow{
-      "memory per row of six values", "bytes", tableInC.Name(), {}, {}, 4.0};
-  for (int run = 0; run < setup.Choose(1, 3); ++run) {
-    perScalar.library.push_back(MemoryPerObject(scalars, 5000));
-    perScalar.ofPeer.push_back(MemoryPerObject(scalarsInC, 5000));
-    perRow.library.push_back(MemoryPerObject(table, 20000));
-    perRow.ofPeer.push_back(MemoryPerObject(tableInC, 20000));
+  Compare(setup, "memory per scalar", {true, "scalars"}, {false, "scalars"},
+          5000, 1.15);
+  for (const char* const kind : {"iterator", "container", "tdata", "dataset"}) {
+    Compare(setup, "memory per row of six values", {true, "table"},
+            {false, kind}, 20000, 4.0);
   }
-  setup.report.Add(perScalar);
-  setup.report.Add(perRow);
 }
 
 void MeasureStart(Setup& setup) {

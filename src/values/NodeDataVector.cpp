@@ -16,6 +16,7 @@ void Append(std::vector<NetSNMPNodeData*>& values, NetSNMPNodeData* value) {
 std::vector<NetSNMPNodeData*> CloneAll(
     const std::vector<NetSNMPNodeData*>& source) {
   std::vector<NetSNMPNodeData*> clones;
+  clones.reserve(source.size());
   try {
     for (const NetSNMPNodeData* value : source) {
       Append(clones, value == nullptr ? nullptr : value->Clone());
