@@ -91,14 +91,13 @@ int OnSessionStop(int /*majorID*/, int /*minorID*/, void* /*stopped*/,
 // session then fails at once.
 int OnRegistration(int /*majorID*/, int /*minorID*/, void* /*registration*/,
                    void* /*clientArg*/) {
-  if (session == nullptr || session->s_snmp_errno != SNMPERR_TIMEOUT) return 0;
-  const netsnmp_transport* const transport =
-      snmp_sess_transport(snmp_sess_pointer(session));
-  if (transport == nullptr) return 0;
+  // Null when the agent library was shut down, which raises no event.
+  void* const open = session == nullptr ? nullptr : snmp_sess_pointer(session);
+  if (open == nullptr || session->s_snmp_errno != SNMPERR_TIMEOUT) return 0;
   snmp_log(LOG_WARNING,
            "AgentX master agent failed to answer a registration. "
            "Attempting to reconnect.\n");
-  shutdown(transport->sock, SHUT_RDWR);
+  shutdown(snmp_sess_transport(open)->sock, SHUT_RDWR);
   return 0;
 }
 
