@@ -37,8 +37,71 @@ void MasterSession::ServeUntil(const std::function<bool()>& done) {
   while (!done()) Grant(Next());
 }
 
+Pdu MasterSession::Next() {
+  while (received_.size() < kHeaderSize ||
+         received_.size() < MessageSize(received_.data())) {
+    std::array<std::uint8_t, 65536> buffer;
+    const ssize_t size =
+        recv(connection_.Number(), buffer.data(), buffer.size(), 0);
+    if (size == 0) throw NoSubAgent("the subagent has disconnected");
+    if (size < 0) throw NoSubAgent("the subagent does not answer");
+    received_.insert(received_.end(), buffer.begin(), buffer.begin() + size);
+  }
+  const std::size_t size = MessageSize(received_.data());
+  Pdu message = Decode(received_.data(), size);
+  received_.erase(received_.begin(),
+                  received_.begin() + static_cast<std::ptrdiff_t>(size));
+  return message;
+}
+
+void MasterSession::Grant(const Pdu& asked) {
+  if (std::holds_alternative<Response>(asked.body)) {
+    throw std::runtime_error("response to a request that was not sent");
+  }
+  if (const auto* added = std::get_if<Register>(&asked.body)) {
+    registered_.push_back(added->subtree);
+  } else if (const auto* removed = std::get_if<Unregister>(&asked.body)) {
+    const auto found =
+        std::find(registered_.begin(), registered_.end(), removed->subtree);
+    if (found != registered_.end()) registered_.erase(found);
+  } else if (const auto* notify = std::get_if<Notify>(&asked.body)) {
+    notifications_.push_back(*notify);
+  }
+  Answer(asked, 0);
+}
+
+void MasterSession::Answer(const Pdu& asked, std::uint16_t error) {
+  Header header = asked.header;
+  header.flags &= kNetworkByteOrder;
+  header.sessionId = id_;
+  SendBytes(Encode({header, {}, Response{Uptime(), error, 0, {}}}));
+}
+
+void MasterSession::SendBytes(const Bytes& bytes) {
+  std::size_t sent = 0;
+  while (sent < bytes.size()) {
+    const ssize_t size = send(connection_.Number(), bytes.data() + sent,
+                              bytes.size() - sent, MSG_NOSIGNAL);
+    if (size <= 0) throw NoSubAgent("the subagent has disconnected");
+    sent += static_cast<std::size_t>(size);
+  }
+}
+
+void MasterSession::Reset() {
+  SetOption(connection_, SOL_SOCKET, SO_LINGER, linger{1, 0});
+  connection_ = support::FileDescriptor();
+}
+
 std::uint32_t MasterSession::Send(const Body& request) {
   return Send(request, NewTransaction());
+}
+
+std::uint32_t MasterSession::Send(const Body& request,
+                                  std::uint32_t transactionId) {
+  ++lastPacketId_;
+  SendBytes(Encode(
+      {{1, byteOrder_, id_, transactionId, lastPacketId_}, {}, request}));
+  return lastPacketId_;
 }
 
 Pdu MasterSession::Receive() {
@@ -74,69 +137,6 @@ Response MasterSession::Set(const std::vector<Varbind>& varbinds) {
 
 std::vector<Notify> MasterSession::TakeNotifications() {
   return std::exchange(notifications_, {});
-}
-
-Pdu MasterSession::Next() {
-  while (received_.size() < kHeaderSize ||
-         received_.size() < MessageSize(received_.data())) {
-    std::array<std::uint8_t, 65536> buffer;
-    const ssize_t size =
-        recv(connection_.Number(), buffer.data(), buffer.size(), 0);
-    if (size == 0) throw NoSubAgent("the subagent has disconnected");
-    if (size < 0) throw NoSubAgent("the subagent does not answer");
-    received_.insert(received_.end(), buffer.begin(), buffer.begin() + size);
-  }
-  const std::size_t size = MessageSize(received_.data());
-  Pdu message = Decode(received_.data(), size);
-  received_.erase(received_.begin(),
-                  received_.begin() + static_cast<std::ptrdiff_t>(size));
-  return message;
-}
-
-std::uint32_t MasterSession::Send(const Body& request,
-                                  std::uint32_t transactionId) {
-  ++lastPacketId_;
-  SendBytes(Encode(
-      {{1, byteOrder_, id_, transactionId, lastPacketId_}, {}, request}));
-  return lastPacketId_;
-}
-
-void MasterSession::SendBytes(const Bytes& bytes) {
-  std::size_t sent = 0;
-  while (sent < bytes.size()) {
-    const ssize_t size = send(connection_.Number(), bytes.data() + sent,
-                              bytes.size() - sent, MSG_NOSIGNAL);
-    if (size <= 0) throw NoSubAgent("the subagent has disconnected");
-    sent += static_cast<std::size_t>(size);
-  }
-}
-
-void MasterSession::Grant(const Pdu& asked) {
-  if (std::holds_alternative<Response>(asked.body)) {
-    throw std::runtime_error("response to a request that was not sent");
-  }
-  if (const auto* added = std::get_if<Register>(&asked.body)) {
-    registered_.push_back(added->subtree);
-  } else if (const auto* removed = std::get_if<Unregister>(&asked.body)) {
-    const auto found =
-        std::find(registered_.begin(), registered_.end(), removed->subtree);
-    if (found != registered_.end()) registered_.erase(found);
-  } else if (const auto* notify = std::get_if<Notify>(&asked.body)) {
-    notifications_.push_back(*notify);
-  }
-  Answer(asked, 0);
-}
-
-void MasterSession::Answer(const Pdu& asked, std::uint16_t error) {
-  Header header = asked.header;
-  header.flags &= kNetworkByteOrder;
-  header.sessionId = id_;
-  SendBytes(Encode({header, {}, Response{Uptime(), error, 0, {}}}));
-}
-
-void MasterSession::Reset() {
-  SetOption(connection_, SOL_SOCKET, SO_LINGER, linger{1, 0});
-  connection_ = support::FileDescriptor();
 }
 
 std::uint32_t MasterSession::Uptime() const {

@@ -24,6 +24,8 @@
 #include <thread>
 #include <vector>
 
+#include "NetSNMP.h"
+#include "NetSNMPAgentGuard.h"
 #include "Resources.h"
 #include "fakemaster/Device.h"
 #include "fakemaster/Master.h"
@@ -147,6 +149,10 @@ class Reconnections {
       : fate_(fate), device_(fate.Port(), support::kEagerSubAgent) {
     device_.Start();
     fate_.AwaitService(device_);
+    // The agent library has a line for every change.
+    const NetSNMPAgentGuard guard;
+    snmp_disable_log();
+    netsnmp_register_loghandler(NETSNMP_LOGHANDLER_NONE, LOG_DEBUG);
   }
 
   ~Reconnections() { fate_.Go(); }
