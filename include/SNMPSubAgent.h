@@ -4,6 +4,7 @@
 
 #include <boost/shared_ptr.hpp>
 #include <boost/thread.hpp>
+#include <chrono>
 #include <map>
 #include <string>
 
@@ -16,8 +17,8 @@
 // An application derives from it, implements ApplicationOperation() and
 // OnSubAgentConnected(), and starts it. One thread then connects to the master
 // agent over TCP and serves all nodes; the agent library tries again by itself
-// when the master is absent or goes away (every 15 seconds, or as
-// agentXPingInterval in the application's configuration file says).
+// when the master is absent or goes away, every 15 seconds (SetPingInterval(),
+// or agentXPingInterval in the application's configuration file, changes that).
 //
 //   state              IsRunning  Start()  Stop()  Connected()
 //   constructed        false      1        0       false
@@ -73,15 +74,42 @@ class SNMPSUBAGENT_EXPORT SNMPSubAgent : public ISNMPSubAgent,
   // boost::thread_resource_error when no thread can be made.
   int Start() override;
 
-  // Interrupts the subagent thread and waits until it has ended, which an idle
-  // one does within 5 seconds; returns 0. No receiver is told.
-  // Requires: the thread has initialised (wait for a connection event, or for a
-  // moment after Start()); a Stop() before that waits for ever. From the
-  // subagent thread itself it throws boost::thread_resource_error.
+  // Interrupts the subagent thread and waits until it has ended; returns 0. No
+  // receiver is told. An idle thread ends at once, or within 5 seconds if the
+  // process has run out of descriptors; one that waits for the master agent
+  // ends after that, see SetReplyTimeout(). Requires: the thread has
+  // initialised (wait for a connection event, or for a moment after Start()); a
+  // Stop() before that waits for ever. From the subagent thread itself it
+  // throws boost::thread_resource_error.
   int Stop() override;
 
   // Whether there is a subagent thread, also one that Stop() has ended.
   bool IsRunning() const override;
+
+  // How long a request of this process waits for the master agent's answer and
+  // how often it is sent again before the session is given up; 1 second and 5
+  // times, which makes 6 seconds, unless set. While a request waits, so does
+  // everything else: Stop(), registrations, callbacks, a NetSNMPAgentGuard.
+  //
+  // Once set, a master agent that leaves a single request without an answer is
+  // disconnected: the receivers are told, and the agent library connects anew
+  // after the ping interval. With 300 ms and no retries nothing waits longer
+  // than a second for a master agent that hangs. Too short a time disconnects
+  // one that is merely slow: on a busy device, think of seconds.
+  //
+  // Returns false, with nothing changed, unless 0 < `timeout` <= 30 minutes and
+  // `retries` >= 0, and once there is a subagent thread.
+  // Requires: initialize() has not been called.
+  bool SetReplyTimeout(std::chrono::milliseconds timeout, int retries);
+
+  // How often an idle session is pinged, and how often the agent library tries
+  // to connect to an absent master agent; 15 seconds unless set. What the
+  // application's configuration file says (agentXPingInterval) wins.
+  //
+  // Returns false, with nothing changed, unless 0 < `interval` <= 24 hours, and
+  // once there is a subagent thread.
+  // Requires: initialize() has not been called.
+  bool SetPingInterval(std::chrono::seconds interval);
 
   // Sets up the agent library, once per process, and makes this the subagent of
   // all nodes. Called by the subagent thread.
@@ -111,6 +139,12 @@ class SNMPSUBAGENT_EXPORT SNMPSubAgent : public ISNMPSubAgent,
   mutable boost::mutex mutex_;
   // Unguarded, see RegisterSubAgentCallback(). Receivers are borrowed.
   std::map<std::string, ISNMPSubAgentCallback*> callbacks_;
+  // Constant once there is a thread; zero for the agent library's own.
+  std::chrono::milliseconds replyTimeout_;
+  int replyRetries_;
+  std::chrono::seconds pingInterval_;
+  // Made readable by Stop(), to end the thread's wait; -1 for none.
+  int wakeDescriptor_;
 };
 
 #endif  // SNMPSUBAGENT_SNMPSUBAGENT_H_

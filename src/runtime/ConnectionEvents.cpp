@@ -12,6 +12,7 @@
 #include "SNMPSubAgent.h"
 #include "adapter/Containment.h"
 #include "runtime/LivingSubAgents.h"
+#include "runtime/MasterPatience.h"
 
 namespace {
 
@@ -48,6 +49,7 @@ bool lostMeanwhile = false;
 
 void OnSessionStart(SNMPSubAgent* subAgent, void* session) {
   SendAtOnce(session);
+  master_patience::Watch(static_cast<netsnmp_session*>(session));
   SetConnected(subAgent, true);
   announcing = true;
   CallApplication([&] { subAgent->OnSubAgentConnected(); });

@@ -1,6 +1,4 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
-#include <sys/select.h>
-
 #include <cerrno>
 #include <cstring>
 
@@ -8,55 +6,32 @@
 #include "NetSNMP.h"
 #include "NetSNMPAgentGuard.h"
 #include "SNMPSubAgent.h"
-#include "adapter/AgentLock.h"
 #include "adapter/Containment.h"
 #include "adapter/SigpipeBlock.h"
 #include "runtime/InterruptionPoints.h"
 #include "runtime/Reconnection.h"
+#include "runtime/WaitSet.h"
 
 namespace {
 
-// The longest wait: what a Stop() of an idle subagent may take.
+// The longest wait: what a Stop() of an idle subagent may take at most.
 constexpr timeval kLongestWait = {5, 0};
 
 // The level of the runtime's own log lines.
 constexpr unsigned int kLogLevel = 3;
-
-// What the agent library waits for.
-struct WaitSet {
-  WaitSet() : timeout(kLongestWait) { FD_ZERO(&descriptors); }
-
-  void AskAgentLibrary() {
-    const NetSNMPAgentGuard guard;
-    turn = AgentLockTurn();
-    int block = 0;
-    snmp_select_info(&count, &descriptors, &timeout, &block);
-  }
-
-  // Whether another thread used the agent library since it was asked, and may
-  // have closed a descriptor. Requires: the lock.
-  bool Outdated() const { return AgentLockTurn() - turn > 1; }
-
-  int Wait() { return select(count, &descriptors, nullptr, nullptr, &timeout); }
-
-  unsigned long turn = 0;
-  int count = 0;
-  fd_set descriptors;
-  timeval timeout;
-};
 
 // Serves what was found readable. Where another thread used the agent library
 // since it was asked, that one may have read it already or closed the
 // descriptor: then this one looks again, without waiting.
 void Read(WaitSet& found) {
   if (!found.Outdated()) {
-    snmp_read(&found.descriptors);
+    found.Read();
     return;
   }
-  WaitSet now;
+  WaitSet now(kLongestWait);
   now.AskAgentLibrary();
-  now.timeout = {0, 0};
-  if (now.Wait() > 0) snmp_read(&now.descriptors);
+  now.DoNotWait();
+  if (now.Wait() > 0) now.Read();
 }
 
 bool IsFailure(int result, int error, const WaitSet& waitSet) {
@@ -86,9 +61,10 @@ void KeepHouse(const InterruptionPoints& interruption) {
 void SNMPSubAgent::process() {
   const SigpipeBlock sigpipeBlock;
   const InterruptionPoints interruption;
-  WaitSet waitSet;
+  WaitSet waitSet(kLongestWait);
   interruption.Pass();
   waitSet.AskAgentLibrary();
+  waitSet.WakeBy(wakeDescriptor_);
   interruption.Pass();
   const int result = waitSet.Wait();
   const int error = errno;

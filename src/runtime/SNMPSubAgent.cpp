@@ -1,6 +1,9 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 #include "SNMPSubAgent.h"
 
+#include <sys/eventfd.h>
+#include <unistd.h>
+
 #include "NetSNMP.h"
 #include "NetSNMPAgentGuard.h"
 #include "NetSNMPNode.h"
@@ -10,12 +13,18 @@
 #include "runtime/AgentShutdown.h"
 #include "runtime/InterruptionPoints.h"
 #include "runtime/LivingSubAgents.h"
+#include "runtime/MasterPatience.h"
 #include "runtime/Reconnection.h"
 
 namespace {
 
 // The TCP port of a master agent's AgentX socket (RFC 2741).
 constexpr int kAgentXPort = 705;
+
+// The longest reply timeout that a long holds in microseconds anywhere.
+constexpr std::chrono::minutes kLongestReplyTimeout(30);
+
+constexpr std::chrono::hours kLongestPingInterval(24);
 
 // Set once the agent library is set up, for good. Guarded by the lock of
 // NetSNMPAgentGuard, because each subagent has a mutex of its own.
@@ -27,6 +36,15 @@ std::string SocketText(const std::string& address, int port) {
   return "tcp:" + host + ":" + std::to_string(port);
 }
 
+// Requires: the agent library has its own default. What its configuration file
+// says comes later and wins.
+void ApplyPingInterval(const SNMPSubAgent& subAgent) {
+  if (subAgent.pingInterval_.count() == 0) return;
+  netsnmp_ds_set_int(NETSNMP_DS_APPLICATION_ID,
+                     NETSNMP_DS_AGENT_AGENTX_PING_INTERVAL,
+                     static_cast<int>(subAgent.pingInterval_.count()));
+}
+
 void SetUpAgentLibrary(SNMPSubAgent* subAgent) {
   netsnmp_ds_set_boolean(NETSNMP_DS_APPLICATION_ID, NETSNMP_DS_AGENT_ROLE, 1);
   const std::string socket =
@@ -34,7 +52,11 @@ void SetUpAgentLibrary(SNMPSubAgent* subAgent) {
   netsnmp_ds_set_string(NETSNMP_DS_APPLICATION_ID, NETSNMP_DS_AGENT_X_SOCKET,
                         socket.c_str());
   WatchReconnection();
+  if (subAgent->replyTimeout_.count() != 0) {
+    master_patience::Limit(subAgent->replyTimeout_, subAgent->replyRetries_);
+  }
   init_agent(subAgent->agentName_.c_str());
+  ApplyPingInterval(*subAgent);
   for (const int event :
        {SNMPD_CALLBACK_INDEX_START, SNMPD_CALLBACK_INDEX_STOP}) {
     snmp_register_callback(SNMP_CALLBACK_APPLICATION, event,
@@ -58,7 +80,11 @@ SNMPSubAgent::SNMPSubAgent(const std::string& name,
     : masterAddress_(masterAddress),
       masterPort_(masterPort),
       agentName_(name),
-      connected_(false) {}
+      connected_(false),
+      replyTimeout_(0),
+      replyRetries_(0),
+      pingInterval_(0),
+      wakeDescriptor_(-1) {}
 
 SNMPSubAgent::~SNMPSubAgent() {
   {
@@ -67,6 +93,7 @@ SNMPSubAgent::~SNMPSubAgent() {
     LivingSubAgents::Remove(this);
   }
   SNMPSubAgent::Stop();
+  if (wakeDescriptor_ >= 0) close(wakeDescriptor_);
 }
 
 bool SNMPSubAgent::Connected() const {
@@ -76,6 +103,10 @@ bool SNMPSubAgent::Connected() const {
 int SNMPSubAgent::Start() {
   const boost::lock_guard<boost::mutex> lock(mutex_);
   if (thread_) return 2;
+  if (wakeDescriptor_ < 0) {
+    // Without one, an idle thread is found stopped at the end of its wait.
+    wakeDescriptor_ = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+  }
   thread_.reset(new boost::thread([this] { threadProc(); }));
   return 1;
 }
@@ -84,6 +115,7 @@ int SNMPSubAgent::Stop() {
   const boost::lock_guard<boost::mutex> lock(mutex_);
   if (!thread_) return 0;
   thread_->interrupt();
+  if (wakeDescriptor_ >= 0) eventfd_write(wakeDescriptor_, 1);
   try {
     thread_->join();
   } catch (const boost::thread_interrupted&) {
@@ -96,6 +128,25 @@ int SNMPSubAgent::Stop() {
 bool SNMPSubAgent::IsRunning() const {
   const boost::lock_guard<boost::mutex> lock(mutex_);
   return thread_ != nullptr;
+}
+
+bool SNMPSubAgent::SetReplyTimeout(std::chrono::milliseconds timeout,
+                                   int retries) {
+  const boost::lock_guard<boost::mutex> lock(mutex_);
+  const bool valid =
+      timeout.count() > 0 && timeout <= kLongestReplyTimeout && retries >= 0;
+  if (!valid || thread_) return false;
+  replyTimeout_ = timeout;
+  replyRetries_ = retries;
+  return true;
+}
+
+bool SNMPSubAgent::SetPingInterval(std::chrono::seconds interval) {
+  const boost::lock_guard<boost::mutex> lock(mutex_);
+  const bool valid = interval.count() > 0 && interval <= kLongestPingInterval;
+  if (!valid || thread_) return false;
+  pingInterval_ = interval;
+  return true;
 }
 
 void SNMPSubAgent::initialize() {

@@ -75,6 +75,18 @@ TEST(ASubAgentWithoutMasterAgent, IsStoppedWithinTheLongestWait) {
   EXPECT_FALSE(subAgent.Connected());
 }
 
+TEST(AConnectedSubAgent, IsStoppedBeforeItsWaitWouldEnd) {
+  Session session("");
+  session.Connect();
+  AddIntScalar(1, "scalar", 1);
+  // By the time that the manager has its answer, the thread is waiting again.
+  ASSERT_TRUE(session.Manager().Get(ScalarOid(1)).Succeeded());
+  const auto start = std::chrono::steady_clock::now();
+  EXPECT_EQ(session.SubAgent().Stop(), 0);
+  // Five seconds without a wake.
+  EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(4));
+}
+
 TEST(AConnectedSubAgent, RunsAndCannotBeStartedTwice) {
   Session session;
   session.Connect();

@@ -1,0 +1,68 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#include "runtime/WaitSet.h"
+
+#include <algorithm>
+
+#include "NetSNMPAgentGuard.h"
+#include "adapter/AgentLock.h"
+
+namespace {
+
+// Whether the agent library's descriptors went beyond an fd_set when it was
+// asked last. It is then asked for the large set at once, since it logs a line
+// whenever it is asked for one that is too small. Guarded by the lock.
+bool beyondSet = false;
+
+}  // namespace
+
+WaitSet::~WaitSet() {
+  if (isLarge_) netsnmp_large_fd_set_cleanup(&large_);
+}
+
+void WaitSet::AskAgentLibrary() {
+  const NetSNMPAgentGuard guard;
+  turn_ = AgentLockTurn();
+  if (!beyondSet) {
+    int block = 0;
+    snmp_select_info(&count_, &descriptors_, &timeout_, &block);
+    beyondSet = count_ > FD_SETSIZE;
+  }
+  if (beyondSet) AskForLargeSet();
+}
+
+void WaitSet::AskForLargeSet() {
+  isLarge_ = true;
+  netsnmp_large_fd_set_init(&large_, FD_SETSIZE);
+  count_ = 0;
+  int block = 0;
+  snmp_select_info2(&count_, &large_, &timeout_, &block);
+  beyondSet = count_ > FD_SETSIZE;
+}
+
+void WaitSet::WakeBy(int descriptor) {
+  if (descriptor < 0) return;
+  if (isLarge_) {
+    netsnmp_large_fd_setfd(descriptor, &large_);
+  } else if (descriptor < FD_SETSIZE) {
+    FD_SET(descriptor, &descriptors_);
+  } else {
+    return;
+  }
+  count_ = std::max(count_, descriptor + 1);
+}
+
+bool WaitSet::Outdated() const { return AgentLockTurn() - turn_ > 1; }
+
+int WaitSet::Wait() {
+  return isLarge_ ? netsnmp_large_fd_set_select(count_, &large_, nullptr,
+                                                nullptr, &timeout_)
+                  : select(count_, &descriptors_, nullptr, nullptr, &timeout_);
+}
+
+void WaitSet::Read() {
+  if (isLarge_) {
+    snmp_read2(&large_);
+  } else {
+    snmp_read(&descriptors_);
+  }
+}
