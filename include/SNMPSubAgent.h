@@ -104,7 +104,8 @@ class SNMPSUBAGENT_EXPORT SNMPSubAgent : public ISNMPSubAgent,
 
   // How often an idle session is pinged, and how often the agent library tries
   // to connect to an absent master agent; 15 seconds unless set. What the
-  // application's configuration file says (agentXPingInterval) wins.
+  // application's configuration file says (agentXPingInterval) wins. It is
+  // raised above the time of an attempt, `retries` + 2 reply timeouts.
   //
   // Returns false, with nothing changed, unless 0 < `interval` <= 24 hours, and
   // once there is a subagent thread.

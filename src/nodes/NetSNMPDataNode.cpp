@@ -4,6 +4,7 @@
 #include "NetSNMP.h"
 #include "NetSNMPAgentGuard.h"
 #include "NetSNMPTrapNode.h"
+#include "nodes/NodeLine.h"
 #include "nodes/NodeLookup.h"
 #include "nodes/NodeWatch.h"
 
@@ -70,7 +71,7 @@ bool NetSNMPDataNode::RegisterNode() {
                     NetSNMP::register_snmp_handler(handlerRegistration_)) != 0;
   // What the agent library refuses, it has freed.
   if (!registered_) handlerRegistration_ = nullptr;
-  NodeLogMessage(registered_ ? "Net-SNMP data node registration was successful."
+  LogLine(*this, registered_ ? "Net-SNMP data node registration was successful."
                              : "Net-SNMP data node registration failed.");
   return registered_;
 }
@@ -79,13 +80,14 @@ void NetSNMPDataNode::UnregisterNode() {
   const NetSNMPAgentGuard guard;
   if (!registered_) return;
   if (!SubAgentConnected()) {
-    NodeLogMessage(
+    LogLine(
+        *this,
         "Net-SNMP data node unregistration could not complete- disconnected "
         "subagent.");
   } else if (handlerRegistration_ != nullptr && nodeData_ != nullptr &&
              !nodeData_->tableData_) {
     const int result = NetSNMP::unregister_snmp_handler(handlerRegistration_);
-    NodeLogMessage(NetSNMP::snmp_succeeded(result) != 0
+    LogLine(*this, NetSNMP::snmp_succeeded(result) != 0
                        ? "Net-SNMP data node unregistration was successful."
                        : "Net-SNMP data node unregistration failed.");
   }

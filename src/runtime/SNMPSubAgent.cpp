@@ -4,6 +4,9 @@
 #include <sys/eventfd.h>
 #include <unistd.h>
 
+#include <algorithm>
+#include <cstdint>
+
 #include "NetSNMP.h"
 #include "NetSNMPAgentGuard.h"
 #include "NetSNMPNode.h"
@@ -40,9 +43,15 @@ std::string SocketText(const std::string& address, int port) {
 // says comes later and wins.
 void ApplyPingInterval(const SNMPSubAgent& subAgent) {
   if (subAgent.pingInterval_.count() == 0) return;
+  // An attempt to connect that takes longer than the interval is due again when
+  // it ends, and the agent library would run nothing else.
+  const auto attempt = std::chrono::duration_cast<std::chrono::seconds>(
+      subAgent.replyTimeout_ * (std::int64_t{subAgent.replyRetries_} + 2));
+  const auto interval =
+      std::max(subAgent.pingInterval_, attempt + std::chrono::seconds(1));
   netsnmp_ds_set_int(NETSNMP_DS_APPLICATION_ID,
                      NETSNMP_DS_AGENT_AGENTX_PING_INTERVAL,
-                     static_cast<int>(subAgent.pingInterval_.count()));
+                     static_cast<int>(interval.count()));
 }
 
 void SetUpAgentLibrary(SNMPSubAgent* subAgent) {
@@ -107,7 +116,10 @@ int SNMPSubAgent::Start() {
     // Without one, an idle thread is found stopped at the end of its wait.
     wakeDescriptor_ = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
   }
-  thread_.reset(new boost::thread([this] { threadProc(); }));
+  // Once it runs, nothing may fail that would leave it without its handle.
+  boost::shared_ptr<boost::thread> thread(new boost::thread);
+  *thread = boost::thread([this] { threadProc(); });
+  thread_ = thread;
   return 1;
 }
 

@@ -2,6 +2,7 @@
 #include "NetSNMPTableEntryNode.h"
 
 #include <iterator>
+#include <new>
 
 #include "NetSNMPAgentGuard.h"
 #include "NetSNMPTableNode.h"
@@ -68,14 +69,21 @@ NetSNMPTableEntryNode::NetSNMPTableEntryNode(
       selection_(nullptr) {
   NetSNMPNodeData::CopyDataVector(indexTemplate, indexTemplate_);
   NetSNMPTableEntryNode::RegisterNode();
-  if (tableNode_ != nullptr) tableNode_->TableEntryNode(this);
+  try {
+    if (tableNode_ != nullptr) tableNode_->TableEntryNode(this);
+  } catch (...) {
+    NetSNMPNodeData::DestroyDataVector(indexTemplate_);
+    throw;
+  }
 }
 
 NetSNMPTableEntryNode::~NetSNMPTableEntryNode() {
   const NetSNMPAgentGuard guard;
   for (NetSNMPTableNode* table : servedBy_) table->entryNode_ = nullptr;
   if (selection_ != nullptr) selection_->ForgetStore();
-  while (!rows_.empty()) RemoveRow(std::string(rows_.begin()->first));
+  for (const auto& row : rows_) {
+    if (row.second != nullptr) Discard(row.second);
+  }
   NetSNMPNodeData::DestroyDataVector(indexTemplate_);
   LeaveRegistry();
 }
@@ -109,7 +117,11 @@ bool NetSNMPTableEntryNode::AddRow(
     Discard(slot);
   }
   slot = row.release();
-  index_->Filed(key, *slot);
+  try {
+    index_->Filed(key, *slot);
+  } catch (const std::bad_alloc&) {
+    // A row that is not covered is found by walking all of them.
+  }
   return true;
 }
 

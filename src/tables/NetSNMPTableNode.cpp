@@ -7,6 +7,7 @@
 #include "NetSNMPAgentGuard.h"
 #include "NetSNMPTableEntryNode.h"
 #include "adapter/HeldRegistration.h"
+#include "nodes/NodeLine.h"
 #include "tables/IteratorInfo.h"
 #include "tables/RowSelector.h"
 
@@ -58,10 +59,10 @@ bool NetSNMPTableNode::RegisterNode() {
       nodeOIDLen_, accessData_.NodeHandlerModes());
   registered_ = NetSNMP::snmp_succeeded(created) != 0;
   if (registered_) {
-    NodeLogMessage("Net-SNMP table node registration was successful.");
+    LogLine(*this, "Net-SNMP table node registration was successful.");
     RegisterEntryNode();
   } else {
-    NodeLogMessage("Net-SNMP table node registration failed.");
+    LogLine(*this, "Net-SNMP table node registration failed.");
   }
   return registered_;
 }
@@ -70,7 +71,8 @@ void NetSNMPTableNode::UnregisterNode() {
   const NetSNMPAgentGuard guard;
   if (!registered_) return;
   if (!SubAgentConnected()) {
-    NodeLogMessage(
+    LogLine(
+        *this,
         "Net-SNMP table node unregistration could not complete- disconnected "
         "subagent.");
   } else if (handlerRegistration_ != nullptr) {
@@ -78,7 +80,7 @@ void NetSNMPTableNode::UnregisterNode() {
     // and another node may have registered the same OID meanwhile.
     const bool withdrawn = heldRegistration_ != nullptr &&
                            NetSNMP::snmp_succeeded(Withdraw()) != 0;
-    NodeLogMessage(withdrawn
+    LogLine(*this, withdrawn
                        ? "Net-SNMP table node unregistration was successful."
                        : "Net-SNMP table node unregistration failed.");
   }
@@ -103,7 +105,7 @@ void NetSNMPTableNode::RegisterEntryNode() {
   if (!iteratorRegistered_) handlerRegistration_ = nullptr;
   heldRegistration_ = handlerRegistration_;
   if (iteratorRegistered_) PutRowSelectorBeforeIterator(heldRegistration_);
-  NodeLogMessage(iteratorRegistered_
+  LogLine(*this, iteratorRegistered_
                      ? "Net-SNMP table iterator registration was successful."
                      : "Net-SNMP table iterator registration failed.");
 }

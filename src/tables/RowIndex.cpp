@@ -45,8 +45,9 @@ void RowIndex::Leaving(const std::string& key, const Row& row) {
 
 void RowIndex::HandedOut(const std::string& key, const Row& row) {
   if (floating_.count(key) != 0 || irregular_.count(key) != 0) return;
-  floating_.insert(key);
+  // Without memory for it the row is in neither, and not covered.
   EraseOrdered(row);
+  floating_.insert(key);
 }
 
 bool RowIndex::Covers(const Rows& rows) const {

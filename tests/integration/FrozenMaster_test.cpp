@@ -32,10 +32,11 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
 
-// What the subagent is told, and what nothing may take then, with room for a
-// machine under load; a single request would take longer by default.
-constexpr milliseconds kReplyTimeout{300};
-constexpr milliseconds kAnything{4000};
+// What the subagent is told: enough for a master agent that shares a busy
+// machine. Nothing may take as long as a single request does by default, which
+// leaves room for a ping and a new attempt of a second each.
+constexpr milliseconds kReplyTimeout{1000};
+constexpr milliseconds kAnything{5500};
 
 template <typename Body>
 milliseconds TimeOf(const Body& body) {

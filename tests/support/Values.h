@@ -2,6 +2,7 @@
 #ifndef SNMPSUBAGENT_TESTS_VALUES_H_
 #define SNMPSUBAGENT_TESTS_VALUES_H_
 
+#include <cstddef>
 #include <string>
 #include <utility>
 #include <vector>
@@ -48,7 +49,7 @@ class Values {
  public:
   // Holds clones of `values`.
   template <typename... Value>
-  explicit Values(const Value&... values) {
+  explicit Values(const Value&... values) : Values(nullptr) {
     (NetSNMPNodeData::CatDataVector(values_, values), ...);
   }
   Values(Values&& other) noexcept : values_(std::exchange(other.values_, {})) {}
@@ -61,6 +62,9 @@ class Values {
   }
 
  private:
+  // Complete before the clones are made, so that they go if one cannot be.
+  explicit Values(std::nullptr_t) {}
+
   std::vector<NetSNMPNodeData*> values_;
 };
 
