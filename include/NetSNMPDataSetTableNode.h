@@ -38,7 +38,7 @@ class SNMPSUBAGENT_EXPORT NetSNMPDataSetTableNode : public NetSNMPNode {
                           const NetSNMPNodeData& accessData,
                           const std::vector<NetSNMPNodeData*>& columns);
 
-  // Removes all rows.
+  // Removes all rows; those that a SET is working on when it has ended.
   ~NetSNMPDataSetTableNode() override;
 
   // Returns whether the node is registered now. Logs nothing.
@@ -76,8 +76,9 @@ class SNMPSUBAGENT_EXPORT NetSNMPDataSetTableNode : public NetSNMPNode {
   netsnmp_table_data_set_s* heldDataset_;  // registered; the agent library's
 };
 
-// The request handler of every dataset table: does nothing, because the agent
-// library's dataset answers. Returns 0.
+// The request handler of every dataset table: answers nothing, because the
+// agent library's dataset does. It notes when a SET begins, and refuses it
+// without memory for that (resourceUnavailable, RFC 3416). Returns 0.
 SNMPSUBAGENT_EXPORT int var_dataset_table_handler(
     netsnmp_mib_handler_s* handler,
     netsnmp_handler_registration_s* registration,

@@ -4,6 +4,7 @@
 #include "NetSNMP.h"
 #include "NetSNMPAgentGuard.h"
 #include "adapter/DataSetRelease.h"
+#include "tables/LateRows.h"
 #include "values/OwnedValues.h"
 
 namespace {
@@ -53,14 +54,7 @@ NetSNMPDataSetTableNode::NetSNMPDataSetTableNode(
 NetSNMPDataSetTableNode::~NetSNMPDataSetTableNode() {
   const NetSNMPAgentGuard guard;
   NetSNMPNodeData::DestroyDataVector(columnTemplate_);
-  if (dataset_ != nullptr) {
-    netsnmp_table_row* row = nullptr;
-    NetSNMP::get_snmp_dataset_first_row(&row, dataset_);
-    while (row != nullptr) {
-      NetSNMP::delete_remove_snmp_dataset_row(row, dataset_);
-      NetSNMP::get_snmp_dataset_first_row(&row, dataset_);
-    }
-  }
+  if (dataset_ != nullptr) late_rows::Remove(dataset_);
   ReleaseDataset();
   LeaveRegistry();
 }
@@ -135,8 +129,19 @@ void NetSNMPDataSetTableNode::ReleaseDataset() {
 }
 
 int var_dataset_table_handler(netsnmp_mib_handler_s* /*handler*/,
-                              netsnmp_handler_registration_s* /*registration*/,
-                              netsnmp_agent_request_info_s* /*requestInfo*/,
-                              netsnmp_request_info_s* /*requests*/) {
+                              netsnmp_handler_registration_s* registration,
+                              netsnmp_agent_request_info_s* requestInfo,
+                              netsnmp_request_info_s* requests) {
+  const NetSNMPAgentGuard guard;
+  if (registration == nullptr || requests == nullptr ||
+      requestInfo->mode != MODE_SET_RESERVE1) {
+    return SNMP_ERR_NOERROR;
+  }
+  auto* const set = static_cast<netsnmp_table_data_set*>(
+      netsnmp_find_handler_data_by_name(registration, TABLE_DATA_SET_NAME));
+  if (set != nullptr && !late_rows::Hold(requests, set)) {
+    NetSNMP::set_snmp_request_error(requestInfo, requests,
+                                    SNMP_ERR_RESOURCEUNAVAILABLE);
+  }
   return SNMP_ERR_NOERROR;
 }

@@ -11,6 +11,7 @@ CellRequest::CellRequest(const Oid& oid) {
 
 CellRequest::~CellRequest() {
   netsnmp_free_request_data_sets(&request_);
+  netsnmp_free_agent_data_sets(&agentRequest_);
   snmp_free_varbind(request_.requestvb);
 }
 

@@ -206,4 +206,51 @@ TEST_F(DataSetRows, AreGoneOnceTheirTableIsDestroyed) {
   EXPECT_EQ(next.Type(), ASN_NULL);
 }
 
+struct PhaseCase {
+  std::vector<int> before;
+  std::vector<int> after;
+};
+
+// Every place between two phases.
+const PhaseCase kPhaseCases[] = {
+    {{MODE_SET_RESERVE1}, {MODE_SET_FREE}},
+    {{MODE_SET_RESERVE1},
+     {MODE_SET_RESERVE2, MODE_SET_ACTION, MODE_SET_COMMIT}},
+    {{MODE_SET_RESERVE1, MODE_SET_RESERVE2},
+     {MODE_SET_ACTION, MODE_SET_COMMIT}},
+    {{MODE_SET_RESERVE1, MODE_SET_RESERVE2}, {MODE_SET_FREE}},
+    {{MODE_SET_RESERVE1, MODE_SET_RESERVE2, MODE_SET_ACTION},
+     {MODE_SET_COMMIT}},
+    {{MODE_SET_RESERVE1, MODE_SET_RESERVE2, MODE_SET_ACTION}, {MODE_SET_UNDO}},
+};
+
+// Row 1 is there and row 2 is made by the SET.
+TEST_F(DataSetRows, GoWithTheirTableWhenTheSetThatWorksOnThemHasEnded) {
+  for (const unsigned long row : {1UL, 2UL}) {
+    for (const PhaseCase& each : kPhaseCases) {
+      auto* const table = BuildEventTable();
+      ASSERT_TRUE(table->AddRow(Event(1, "up", 7)));
+      netsnmp_table_data_set* const dataset = table->dataset_;
+      auto* const registration = LocalAgent::RegistrationAt(kEventTableOid);
+      ASSERT_NE(registration, nullptr);
+      {
+        CellRequest set(TestOid({3, 1, 2, row}));
+        CellRequest other(TestOid({3, 1, 2, 1}));
+        set.SetInteger(8);
+        other.SetInteger(9);
+        for (const int mode : each.before) set.Serve(registration, mode);
+        other.Serve(registration, MODE_SET_RESERVE1);
+        NetSNMPNode::DeleteNodes();
+        EXPECT_NE(dataset->table->first_row, nullptr);
+        other.Serve(registration, MODE_SET_FREE);
+        for (const int mode : each.after) set.Serve(registration, mode);
+        EXPECT_NE(dataset->table->first_row, nullptr);
+      }
+      EXPECT_EQ(dataset->table->first_row, nullptr);
+      Oid oid = kEventTableOid;
+      unregister_mib(oid.data(), oid.size());
+    }
+  }
+}
+
 }  // namespace
