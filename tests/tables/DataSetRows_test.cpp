@@ -228,6 +228,7 @@ const PhaseCase kPhaseCases[] = {
 TEST_F(DataSetRows, GoWithTheirTableWhenTheSetThatWorksOnThemHasEnded) {
   for (const unsigned long row : {1UL, 2UL}) {
     for (const PhaseCase& each : kPhaseCases) {
+      const KeptDataSets keptSoFar;
       auto* const table = BuildEventTable();
       ASSERT_TRUE(table->AddRow(Event(1, "up", 7)));
       netsnmp_table_data_set* const dataset = table->dataset_;
@@ -247,8 +248,6 @@ TEST_F(DataSetRows, GoWithTheirTableWhenTheSetThatWorksOnThemHasEnded) {
         EXPECT_NE(dataset->table->first_row, nullptr);
       }
       EXPECT_EQ(dataset->table->first_row, nullptr);
-      Oid oid = kEventTableOid;
-      unregister_mib(oid.data(), oid.size());
     }
   }
 }
