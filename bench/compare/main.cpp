@@ -7,6 +7,8 @@
 // Prints a table and leaves it, with the curves for the plots, in DIRECTORY. An
 // answer of the library that differs from a peer's ends it with status 1.
 // Without the name of an experiment it makes all of them.
+#include <sched.h>
+
 #include <cstdio>
 #include <exception>
 #include <fstream>
@@ -31,6 +33,18 @@ const std::vector<Experiment> kExperiments{
     {"start", MeasureStart},
     {"instructions", MeasureInstructions}};
 
+// Keeps this process, and those that it starts, on one processor: on an idle
+// machine, waking a process on another one costs more than most requests, and
+// one side or the other would pay for it as chance will have it.
+void StayOnOneProcessor() {
+  const int processor = sched_getcpu();
+  if (processor < 0) return;
+  cpu_set_t processors;
+  CPU_ZERO(&processors);
+  CPU_SET(processor, &processors);
+  sched_setaffinity(0, sizeof processors, &processors);
+}
+
 int Usage() {
   std::fprintf(stderr,
                "usage: bench_compare [--quick] DIRECTORY [EXPERIMENT...]\n"
@@ -52,6 +66,7 @@ bool IsWanted(const std::string& name, const std::vector<std::string>& wanted) {
 
 int Run(bool quick, const std::string& directory,
         const std::vector<std::string>& wanted) {
+  StayOnOneProcessor();
   std::printf("%s\n", MachineText().c_str());
   Report report;
   Setup setup{quick, report};

@@ -21,6 +21,12 @@
 
 namespace {
 
+// Entries of the agent library's look-up cache. Each request compares its OID
+// with all of them, and walks on from the one found: with its own 8, a GET
+// among 5,000 scalars takes half as long again, with 32 one among 100 is
+// slower.
+constexpr int kLookupCacheSize = 16;
+
 // The TCP port of a master agent's AgentX socket (RFC 2741).
 constexpr int kAgentXPort = 705;
 
@@ -74,7 +80,7 @@ void SetUpAgentLibrary(SNMPSubAgent* subAgent) {
   PartOnShutdown();
   // The agent library looks registrations up one after the other. Its cache,
   // which only a master agent turns on, remembers where the last ones were.
-  netsnmp_set_lookup_cache_size(-1);
+  netsnmp_set_lookup_cache_size(kLookupCacheSize);
   NetSNMPNode::snmpSubAgent_ = subAgent;
   init_snmp(subAgent->agentName_.c_str());
 }
