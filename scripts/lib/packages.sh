@@ -23,8 +23,9 @@ install_packages() {
 }
 
 package_installed() {
-  [[ $(dpkg-query -W -f '${db:Status-Status}\n' "$1" 2>/dev/null) == \
-    *installed* ]]
+  # A line for each architecture; of one that dpkg only knows: "not-installed".
+  dpkg-query -W -f '${db:Status-Status}\n' "$1" 2>/dev/null |
+    grep -x installed >/dev/null
 }
 
 # The name of this machine's release of Debian, and the mirror from which it

@@ -7,9 +7,9 @@
 #include "NetSNMPDataNode.h"
 #include "NetSNMPTableEntryNode.h"
 #include "NetSNMPTableNode.h"
+#include "QuietAgent.h"
 #include "Subject.h"
 #include "adapter/Varbind.h"
-#include "nodes/LocalAgent.h"
 #include "support/FakeSubAgent.h"
 #include "support/Oid.h"
 #include "support/ScopedRegistry.h"
@@ -137,12 +137,7 @@ void WriteCell(Input& input, Subject& subject) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
                                       std::size_t size) {
-  static const LocalAgent agent;
-  static const bool quiet = [] {
-    snmp_disable_log();
-    return true;
-  }();
-  static_cast<void>(quiet);
+  static const QuietAgent agent;
   Input input(data, size);
   const FakeSubAgent subAgent(true);
   const unsigned int way = input.Below(3);

@@ -5,7 +5,7 @@
 
 #include "Input.h"
 #include "KnownTable.h"
-#include "nodes/LocalAgent.h"
+#include "QuietAgent.h"
 #include "support/FakeSubAgent.h"
 #include "support/ScopedRegistry.h"
 #include "support/Values.h"
@@ -98,12 +98,7 @@ void Set(Input& input, KnownTable& table) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data,
                                       std::size_t size) {
-  static const LocalAgent agent;
-  static const bool quiet = [] {
-    snmp_disable_log();
-    return true;
-  }();
-  static_cast<void>(quiet);
+  static const QuietAgent agent;
   Input input(data, size);
   const FakeSubAgent subAgent(true);
   const ScopedRegistry registry;
