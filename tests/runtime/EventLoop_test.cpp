@@ -146,6 +146,21 @@ TEST_F(APass, WaitsFiveSecondsWhenTheAgentLibraryHasNoDeadline) {
   EXPECT_EQ(journal_.Timeouts()[0].tv_usec, 0);
 }
 
+TEST_F(APass, WaitsAMomentOnlyAfterOneThatRead) {
+  for (const int found : {0, 1, 0, -1}) {
+    journal_.AnswerSelect(found, EINTR);
+    subAgent_.process();
+  }
+  std::vector<long> seconds;
+  std::vector<long> microseconds;
+  for (const timeval& timeout : journal_.Timeouts()) {
+    seconds.push_back(timeout.tv_sec);
+    microseconds.push_back(timeout.tv_usec);
+  }
+  EXPECT_THAT(seconds, ElementsAre(5, 5, 0, 5));
+  EXPECT_THAT(microseconds, ElementsAre(0, 0, 20000, 0));
+}
+
 TEST_F(APass, WaitsNoLongerForALaterDeadline) {
   snmp_alarm_register(
       60, 0, [](unsigned int, void*) {}, nullptr);
