@@ -3,15 +3,20 @@
 #include "NetSNMPAgentGuard.h"
 #include "NetSNMPDataNode.h"
 #include "adapter/Containment.h"
+#include "adapter/LateWithdrawals.h"
 #include "nodes/NodeLookup.h"
 
 int var_instance_handler(netsnmp_mib_handler_s* handler,
-                         netsnmp_handler_registration_s* /*reginfo*/,
+                         netsnmp_handler_registration_s* reginfo,
                          netsnmp_agent_request_info_s* reqinfo,
                          netsnmp_request_info_s* requests) {
   const NetSNMPAgentGuard guard;
   if (NetSNMPNode::nodeMap_ == nullptr) return SNMP_ERR_GENERR;
   if (requests == nullptr) return SNMP_ERR_NOERROR;
+  const late_withdrawals::HandlerCall call(*reqinfo);
+  if (!late_withdrawals::HoldForSet(reqinfo, requests, reginfo)) {
+    return SNMP_ERR_RESOURCEUNAVAILABLE;
+  }
   // What stays when a callback or an override throws.
   int status = SNMP_ERR_GENERR;
   containment::Contain(

@@ -4,6 +4,8 @@
 #include "NetSNMP.h"
 #include "NetSNMPAgentGuard.h"
 #include "NetSNMPTrapNode.h"
+#include "adapter/LateWithdrawals.h"
+#include "nodes/LateRegistrations.h"
 #include "nodes/NodeLine.h"
 #include "nodes/NodeLookup.h"
 #include "nodes/NodeWatch.h"
@@ -63,6 +65,7 @@ bool NetSNMPDataNode::RegisterNode() {
   const NetSNMPAgentGuard guard;
   if (registered_ || !mapped_ || !SubAgentConnected()) return registered_;
   if (nodeData_ == nullptr || nodeData_->tableData_) return registered_;
+  if (late_registrations::Await(*this)) return registered_;
   const int created = NetSNMP::create_snmp_handler_registration(
       &handlerRegistration_, nodeName_.c_str(), var_instance_handler, nodeOID_,
       nodeOIDLen_, nodeData_->NodeHandlerModes());
@@ -86,7 +89,7 @@ void NetSNMPDataNode::UnregisterNode() {
         "subagent.");
   } else if (handlerRegistration_ != nullptr && nodeData_ != nullptr &&
              !nodeData_->tableData_) {
-    const int result = NetSNMP::unregister_snmp_handler(handlerRegistration_);
+    const int result = late_withdrawals::Withdraw(handlerRegistration_);
     LogLine(*this, NetSNMP::snmp_succeeded(result) != 0
                        ? "Net-SNMP data node unregistration was successful."
                        : "Net-SNMP data node unregistration failed.");

@@ -5,6 +5,7 @@
 #include "NetSNMPAgentGuard.h"
 #include "NetSNMPNode.h"
 #include "SNMPSubAgent.h"
+#include "adapter/LateWithdrawals.h"
 #include "runtime/LivingSubAgents.h"
 
 namespace {
@@ -24,6 +25,7 @@ void PartWithAgentLibrary() {
     snmp_unregister_callback(SNMP_CALLBACK_APPLICATION, event,
                              SNMPSubAgent::snmp_subagent_callback, nullptr, 0);
   }
+  late_withdrawals::DropNoted();
   if (!LivingSubAgents::Contains(NetSNMPNode::snmpSubAgent_)) return;
   auto* const subAgent =
       dynamic_cast<SNMPSubAgent*>(NetSNMPNode::snmpSubAgent_);

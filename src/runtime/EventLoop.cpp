@@ -8,6 +8,7 @@
 #include "SNMPSubAgent.h"
 #include "adapter/Containment.h"
 #include "adapter/SigpipeBlock.h"
+#include "nodes/LateRegistrations.h"
 #include "runtime/InterruptionPoints.h"
 #include "runtime/Reconnection.h"
 #include "runtime/WaitSet.h"
@@ -91,6 +92,7 @@ void SNMPSubAgent::process() {
     // goes on as it likes.
     if (thread_) thread_->interrupt();
   }
+  late_registrations::CatchUp();
   containment::RaisePendingInterruption();
   PutReconnectionRight();
   KeepHouse(interruption);

@@ -4,6 +4,7 @@
 #include <sys/socket.h>
 
 #include "NetSNMP.h"
+#include "adapter/LateWithdrawals.h"
 
 // Part of the agent library, though none of its headers declares it.
 extern "C" snmp_alarm* sa_find_specific(unsigned int number);
@@ -76,6 +77,7 @@ int OnSessionStart(int /*majorID*/, int /*minorID*/, void* started,
 int OnSessionStop(int /*majorID*/, int /*minorID*/, void* /*stopped*/,
                   void* /*clientArg*/) {
   session = nullptr;
+  late_withdrawals::EndHolds();
   EndSurplusAttempts();
   lost = true;
   const bool triesAgain =

@@ -12,8 +12,10 @@ namespace {
 
 using Row = std::vector<NetSNMPNodeData*>;
 
-const std::string& TableName(const netsnmp_iterator_info* info) {
-  return *static_cast<const std::string*>(info->myvoid);
+// The table that the hooks walk; null when it is gone.
+const NetSNMPTableNode* TableOf(const netsnmp_iterator_info* info) {
+  const auto* const name = static_cast<const std::string*>(info->myvoid);
+  return name == nullptr ? nullptr : FindTable(*name);
 }
 
 // The agent library reads an index's number through the varbind's value, which
@@ -59,7 +61,7 @@ variable_list* RunHook(const netsnmp_iterator_info* info, const Body& body) {
   variable_list* result = nullptr;
   containment::Contain([&] { result = body(); },
                        [&](const std::string& what) {
-                         const auto* const table = FindTable(TableName(info));
+                         const auto* const table = TableOf(info);
                          if (table != nullptr) table->NodeLogMessage(what);
                        });
   return result;
@@ -73,7 +75,7 @@ variable_list* table_get_first_data_point(void** loopContext,
                                           netsnmp_iterator_info_s* info) {
   return RunHook(info, [&]() -> variable_list* {
     if (NetSNMPNode::nodeMap_ == nullptr) return nullptr;
-    const auto* const table = FindTable(TableName(info));
+    const auto* const table = TableOf(info);
     if (table == nullptr || table->entryNode_ == nullptr) return nullptr;
     NetSNMPTableEntryNode* const entry = table->entryNode_;
     Row* const row = entry->FirstCandidate();

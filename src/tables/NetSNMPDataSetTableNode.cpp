@@ -4,6 +4,7 @@
 #include "NetSNMP.h"
 #include "NetSNMPAgentGuard.h"
 #include "adapter/DataSetRelease.h"
+#include "nodes/LateRegistrations.h"
 #include "tables/LateRows.h"
 #include "values/OwnedValues.h"
 
@@ -65,6 +66,7 @@ bool NetSNMPDataSetTableNode::RegisterNode() {
   if (columnTemplate_.empty() || columnTemplate_.front() == nullptr) {
     return registered_;
   }
+  if (late_registrations::Await(*this)) return registered_;
   CreateDataset();
   if (dataset_ == nullptr) return registered_;
   netsnmp_handler_registration* registration = nullptr;

@@ -7,6 +7,8 @@
 #include "NetSNMPAgentGuard.h"
 #include "NetSNMPTableEntryNode.h"
 #include "adapter/HeldRegistration.h"
+#include "adapter/LateWithdrawals.h"
+#include "nodes/LateRegistrations.h"
 #include "nodes/NodeLine.h"
 #include "tables/IteratorInfo.h"
 #include "tables/RowSelector.h"
@@ -54,6 +56,7 @@ NetSNMPTableNode::~NetSNMPTableNode() {
 bool NetSNMPTableNode::RegisterNode() {
   const NetSNMPAgentGuard guard;
   if (registered_ || !mapped_ || !SubAgentConnected()) return registered_;
+  if (late_registrations::Await(*this)) return registered_;
   const int created = NetSNMP::create_snmp_handler_registration(
       &handlerRegistration_, nodeName_.c_str(), var_table_handler, nodeOID_,
       nodeOIDLen_, accessData_.NodeHandlerModes());
@@ -141,7 +144,7 @@ int NetSNMPTableNode::Withdraw() {
   if (handlerRegistration_ == registration) handlerRegistration_ = nullptr;
   heldRegistration_ = nullptr;
   return AgentHolds(registration, nodeOID_, nodeOIDLen_)
-             ? NetSNMP::unregister_snmp_handler(registration)
+             ? late_withdrawals::Withdraw(registration, &iteratorInfo_)
              : MIB_NO_SUCH_REGISTRATION;
 }
 

@@ -5,6 +5,8 @@
 #include "NetSNMPDataSetTableNode.h"
 #include "NetSNMPTrapNode.h"
 #include "nodes/DataNodeTest.h"
+#include "nodes/LateRegistrations.h"
+#include "nodes/PduInHand.h"
 #include "nodes/Request.h"
 #include "support/Values.h"
 #include "tables/KeptDataSets.h"
@@ -98,6 +100,24 @@ TEST_F(ANode, IsDestroyedWithoutMemory) {
     NetSNMPNode::DeleteNodes();
     EXPECT_EQ(LocalAgent::RegistrationAt(kFanSpeedOid), nullptr);
     EXPECT_EQ(LocalAgent::RegistrationAt(kOtherOid), nullptr);
+  });
+}
+
+// One whose withdrawal cannot even be noted stays registered.
+TEST_F(ANode, IsDestroyedWithoutMemoryWhileARequestNamesIt) {
+  WithEachAllocationFailing([&](const auto& fail) {
+    BuildFanSpeed();
+    {
+      const PduInHand pdu(kFanSpeedOid);
+      fail([] { NetSNMPNode::DeleteNodes(); });
+      NetSNMPNode::DeleteNodes();
+      EXPECT_NE(LocalAgent::RegistrationAt(kFanSpeedOid), nullptr);
+    }
+    Oid oid = kFanSpeedOid;
+    const bool noted = late_withdrawals::IsNoted(oid.data(), Length(oid));
+    late_registrations::CatchUp();
+    EXPECT_EQ(LocalAgent::RegistrationAt(oid) == nullptr, noted);
+    if (!noted) NetSNMP::unregister_snmp_mib(oid.data(), Length(oid));
   });
 }
 

@@ -103,6 +103,15 @@ TEST_F(IteratorHooks, HandOutNothingWithoutRows) {
   EXPECT_THAT(indexes_.Numbers(), ElementsAre(77, 77));
 }
 
+TEST_F(IteratorHooks, HandOutNothingOfATableThatIsGone) {
+  BuildPortStore(BuildPortTable())->AddRow(Port(1, 1, 0));
+  info_.myvoid = nullptr;
+  EXPECT_EQ(table_get_first_data_point(&loopContext_, &dataContext_,
+                                       indexes_.List(), &info_),
+            nullptr);
+  EXPECT_EQ(NetSNMPNode::nodeMap_->size(), 2U);
+}
+
 TEST_F(IteratorHooks, HandOutNothingWithoutARegistry) {
   NetSNMPNode::DeleteNodeMap();
   EXPECT_EQ(First(), nullptr);
