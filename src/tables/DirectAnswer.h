@@ -4,7 +4,7 @@
 
 #include <vector>
 
-#include "tables/RowIndex.h"
+#include "tables/RowSelection.h"
 
 struct netsnmp_agent_request_info_s;
 struct netsnmp_handler_registration_s;
@@ -16,8 +16,7 @@ struct netsnmp_request_info_s;
 // again, which is a tenth of the request.
 namespace direct_answer {
 
-// The row that answers a request; null if only the iterator can tell.
-using Choice = const RowIndex::Ordered::value_type*;
+using Choice = RowSelection::Choice;
 
 // Whether `iterator` is the agent library's, over a table's own rows, and finds
 // the same for the open requests, one choice each and none of them null. It

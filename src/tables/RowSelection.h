@@ -18,6 +18,8 @@ class RowSelection {
  public:
   using Rows = RowIndex::Rows;
   using Row = RowIndex::Row;
+
+  // The row that answers a request; null if only the iterator can tell.
   using Choice = const RowIndex::Ordered::value_type*;
 
   explicit RowSelection(NetSNMPTableEntryNode& entry);
@@ -29,7 +31,7 @@ class RowSelection {
   // the first row after it or, without one, the first of all, since a walk goes
   // on with that one in the next column; the first of all. They return false if
   // the rows cannot be told apart without walking all of them. `choice` is the
-  // row itself if it is certain to be the one wanted, else null.
+  // row itself if it is certain to be the one wanted.
   bool AddFloating();
   bool AddExact(const RowIndex::OidView& oid, Choice& choice);
   bool AddAfter(const RowIndex::OidView& oid, Choice& choice);

@@ -36,12 +36,12 @@ bool IndexPart(const netsnmp_handler_registration& table,
 }
 
 // The rows for the open requests, one each.
-using Choices = std::vector<direct_answer::Choice>;
+using Choices = std::vector<RowSelection::Choice>;
 
 // Selects what one request can be answered with, and makes its choice.
 bool SelectFor(const netsnmp_handler_registration& table, int mode,
                netsnmp_request_info* request, RowSelection& selection,
-               direct_answer::Choice& choice) {
+               RowSelection::Choice& choice) {
   netsnmp_table_request_info* info = nullptr;
   NetSNMP::extract_snmp_table_info(&info, request);
   if (info == nullptr) return false;
@@ -63,7 +63,7 @@ bool Select(const netsnmp_handler_registration& table, int mode,
   bool certain = true;
   for (auto* request = requests; request != nullptr; request = request->next) {
     if (request->processed != 0) continue;
-    direct_answer::Choice choice = nullptr;
+    RowSelection::Choice choice = nullptr;
     if (!SelectFor(table, mode, request, selection, choice)) return false;
     choices.push_back(choice);
     certain = certain && choice != nullptr;
