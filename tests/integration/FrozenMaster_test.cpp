@@ -13,11 +13,13 @@
 #include <thread>
 #include <vector>
 
+#include "NetSNMP.h"
 #include "NetSNMPAgentGuard.h"
 #include "NetSNMPTrapNode.h"
 #include "support/AgentXConnection.h"
 #include "support/Deadlines.h"
 #include "support/FileDescriptor.h"
+#include "support/LoopbackPort.h"
 #include "support/Scalars.h"
 #include "support/Session.h"
 #include "support/WaitFor.h"
@@ -194,6 +196,39 @@ TEST_F(AFrozenMaster, FromTheBeginningIsConnectedToWhenItThaws) {
   EXPECT_LT(TimeOf([] { NetSNMPAgentGuard(); }), kAnything);
   EXPECT_FALSE(session_.SubAgent().Connected());
   ExpectServedAfterThaw({ScalarOid(1)});
+}
+
+class AnImpatientSubAgent : public AFrozenMaster {};
+
+TEST_F(AnImpatientSubAgent, MayStartBeforeItsMasterAgent) {
+  session_.Master().Kill();
+  ASSERT_TRUE(session_.SubAgent().StartAndInitialize());
+  EXPECT_FALSE(session_.SubAgent().Connected());
+  session_.Master().Start();
+  ASSERT_TRUE(session_.SubAgent().WaitForConnections(1));
+  EXPECT_TRUE(
+      WaitFor([&] { return session_.Manager().Get(ScalarOid(1)).Succeeded(); },
+              Deadlines::Session()));
+}
+
+// The agent library makes connections that are not the subagent's.
+TEST_F(AnImpatientSubAgent, LeavesTheApplicationsConnectionsAlone) {
+  session_.Connect();
+  const support::LoopbackPort port;
+  const std::string address = "tcp:" + port.Address();
+  const NetSNMPAgentGuard guard;
+  netsnmp_transport* const server =
+      netsnmp_tdomain_transport(address.c_str(), 1, nullptr);
+  ASSERT_NE(server, nullptr);
+  netsnmp_transport* const client =
+      netsnmp_tdomain_transport(address.c_str(), 0, nullptr);
+  ASSERT_NE(client, nullptr);
+  EXPECT_EQ(client->domain_length, server->domain_length);
+  EXPECT_EQ(client->f_fmtaddr, server->f_fmtaddr);
+  for (netsnmp_transport* transport : {client, server}) {
+    transport->f_close(transport);
+    netsnmp_transport_free(transport);
+  }
 }
 
 TEST(AReplyTimeout, IsTakenFromOneMillisecondTo30Minutes) {

@@ -41,6 +41,16 @@ TEST_F(DataNodeRegistration, IsMadeAtConstructionWhenConnected) {
   EXPECT_THAT(log_.Lines(), ElementsAre(FanSpeedLine(kRegistered)));
 }
 
+TEST_F(DataNodeRegistration, NeedsNoMemoryForItsLine) {
+  NetSNMPNode::NodeMsgLogger_ = [](unsigned int, const std::string&) {
+    throw std::bad_alloc();
+  };
+  auto* const node = BuildFanSpeed();
+  EXPECT_TRUE(node->registered_);
+  delete node;
+  EXPECT_EQ(LocalAgent::RegistrationAt(kFanSpeedOid), nullptr);
+}
+
 TEST_F(DataNodeRegistration, NamesItsHandlerAfterTheNodeBehindTheInstance) {
   const auto* const node = BuildFanSpeed();
   std::vector<std::string> handlers;

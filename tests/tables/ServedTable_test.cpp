@@ -229,6 +229,56 @@ TEST_F(ServedTable, AnswersSeveralRequestsAtOnce) {
   EXPECT_EQ(end.Type(), ASN_NULL);
 }
 
+// A row given to the application makes the walk the iterator's.
+TEST_F(ServedTable, MayLoseARowThatTheSameRequestNames) {
+  for (const bool givenOut : {false, true}) {
+    for (const int lost : {1, 2, 3}) {
+      const auto loseRow = [&](const NetSNMPNodeData&) {
+        store_->RemoveRow("port." + std::to_string(lost) + ".1");
+      };
+      AddSlot(1, 1, 10);
+      AddSlot(3, 1, 30);
+      store_->AddRow(Values(Index(Int(2)), Index(Unsigned(1)),
+                            EventfulValue(20, loseRow)));
+      if (givenOut) store_->GetRow("port.3.1");
+      CellRequest reader(CellOid(3, 2, 1));
+      CellRequest first(CellOid(3, 1, 1));
+      CellRequest third(CellOid(3, 3, 1));
+      reader.Append(first);
+      first.Append(third);
+      Serve(reader, MODE_GET);
+      EXPECT_EQ(first.Type(), lost == 1 ? SNMP_NOSUCHINSTANCE : ASN_INTEGER);
+      EXPECT_EQ(third.Type(), lost == 3 ? SNMP_NOSUCHINSTANCE : ASN_INTEGER);
+      EXPECT_EQ(store_->rows_.size(), 2U);
+    }
+  }
+}
+
+TEST_F(ServedTable, MayLoseARowInARequestWithinARequest) {
+  AddSlot(1, 1, 10);
+  AddSlot(3, 1, 30);
+  const auto loseFirst = [&](const NetSNMPNodeData&) {
+    store_->RemoveRow("port.1.1");
+  };
+  const auto readFourth = [&](const NetSNMPNodeData&) {
+    CellRequest fourth(CellOid(3, 4, 1));
+    Serve(fourth, MODE_GET);
+  };
+  store_->AddRow(
+      Values(Index(Int(4)), Index(Unsigned(1)), EventfulValue(40, loseFirst)));
+  store_->AddRow(
+      Values(Index(Int(2)), Index(Unsigned(1)), EventfulValue(20, readFourth)));
+  CellRequest second(CellOid(3, 2, 1));
+  CellRequest first(CellOid(3, 1, 1));
+  CellRequest third(CellOid(3, 3, 1));
+  second.Append(first);
+  first.Append(third);
+  Serve(second, MODE_GET);
+  EXPECT_EQ(second.Integer(), 20);
+  EXPECT_EQ(first.Type(), SNMP_NOSUCHINSTANCE);
+  EXPECT_EQ(third.Integer(), 30);
+}
+
 TEST_F(ServedTable, AnswersGenErrWhenAValueThrows) {
   store_->AddRow(Values(Index(Int(1)), Index(Unsigned(1)),
                         EventfulValue(10, [](const NetSNMPNodeData&) {
