@@ -3,18 +3,22 @@
 
 #include <algorithm>
 #include <list>
+#include <memory>
 #include <new>
+#include <utility>
 
 #include "NetSNMP.h"
+#include "adapter/RequestHold.h"
 
 namespace {
 
 // The name under which a request carries its hold.
 constexpr char kHoldName[] = "snmpsubagent_registration_hold";
 
-struct RegistrationHold {
+struct RegistrationHold : RequestHold<RegistrationHold> {
+  explicit RegistrationHold(const netsnmp_handler_registration* held)
+      : registration(held) {}
   const netsnmp_handler_registration* registration;  // null once ended
-  RegistrationHold* next;
 };
 
 struct Note {
@@ -24,45 +28,18 @@ struct Note {
 
 const late_withdrawals::HandlerCall* innermost = nullptr;
 
-// Those of all SETs under way.
-RegistrationHold* firstHold = nullptr;
-
 // Never destroyed: a handler may run when the static objects go.
 std::list<Note>& Notes() {
   static std::list<Note>& notes = *new std::list<Note>;
   return notes;
 }
 
-// Called by the agent library when it is done with the request.
-void Release(void* released) {
-  auto* const hold = static_cast<RegistrationHold*>(released);
-  RegistrationHold** link = &firstHold;
-  while (*link != hold) link = &(*link)->next;
-  *link = hold->next;
-  delete hold;
-}
-
-bool Hold(netsnmp_request_info* request,
-          const netsnmp_handler_registration* registration) {
-  auto* const hold =
-      new (std::nothrow) RegistrationHold{registration, firstHold};
-  if (hold == nullptr) return false;
-  netsnmp_data_list* const entry =
-      netsnmp_create_data_list(kHoldName, hold, Release);
-  if (entry == nullptr) {
-    delete hold;
-    return false;
-  }
-  firstHold = hold;
-  netsnmp_request_add_list_data(request, entry);
-  return true;
-}
-
 bool IsHeld(const netsnmp_handler_registration* registration) {
-  for (const auto* hold = firstHold; hold != nullptr; hold = hold->next) {
-    if (hold->registration == registration) return true;
+  const auto* hold = RegistrationHold::First();
+  while (hold != nullptr && hold->registration != registration) {
+    hold = hold->Next();
   }
-  return false;
+  return hold != nullptr;
 }
 
 bool IsInHand(const netsnmp_handler_registration* registration) {
@@ -106,17 +83,20 @@ bool HoldForSet(netsnmp_agent_request_info* requestInfo,
                 netsnmp_request_info* requests,
                 const netsnmp_handler_registration* registration) {
   // Without a PDU the handler was called by others, who have nothing in hand.
-  if (requestInfo->mode != MODE_SET_RESERVE1 || requestInfo->asp == nullptr ||
-      Hold(requests, registration)) {
+  if (requestInfo->mode != MODE_SET_RESERVE1 || requestInfo->asp == nullptr) {
     return true;
   }
+  std::unique_ptr<RegistrationHold> hold(new (std::nothrow)
+                                             RegistrationHold(registration));
+  if (KeepWithRequest(requests, kHoldName, std::move(hold))) return true;
   NetSNMP::set_snmp_request_error(requestInfo, requests,
                                   SNMP_ERR_RESOURCEUNAVAILABLE);
   return false;
 }
 
 void EndHolds() {
-  for (auto* hold = firstHold; hold != nullptr; hold = hold->next) {
+  for (auto* hold = RegistrationHold::First(); hold != nullptr;
+       hold = hold->Next()) {
     hold->registration = nullptr;
   }
 }

@@ -1,23 +1,17 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 #include "tables/LateRows.h"
 
+#include <memory>
 #include <new>
+#include <utility>
 
 #include "NetSNMP.h"
+#include "adapter/RequestHold.h"
 
 namespace {
 
 // The name under which a request carries its hold.
 constexpr char kHoldName[] = "snmpsubagent_dataset_hold";
-
-struct Hold {
-  netsnmp_table_data_set* set;
-  bool rowsAreLate;
-  Hold* next;
-};
-
-// Those of all SETs under way.
-Hold* first = nullptr;
 
 void RemoveRows(netsnmp_table_data_set* set) {
   netsnmp_table_row* row = nullptr;
@@ -28,44 +22,38 @@ void RemoveRows(netsnmp_table_data_set* set) {
   }
 }
 
-// Marks the rows as late with every hold on `set`; whether there was one.
-bool MarkLate(const netsnmp_table_data_set* set) {
-  bool held = false;
-  for (Hold* hold = first; hold != nullptr; hold = hold->next) {
-    if (hold->set != set) continue;
-    hold->rowsAreLate = true;
-    held = true;
+class DataSetHold : public RequestHold<DataSetHold> {
+ public:
+  explicit DataSetHold(netsnmp_table_data_set* set) : set_(set) {}
+  ~DataSetHold() {
+    netsnmp_table_data_set* const set = std::exchange(set_, nullptr);
+    if (rowsAreLate_ && !MarkLate(set)) RemoveRows(set);
   }
-  return held;
-}
 
-// Called by the agent library when it is done with the request.
-void Release(void* released) {
-  auto* const hold = static_cast<Hold*>(released);
-  Hold** link = &first;
-  while (*link != hold) link = &(*link)->next;
-  *link = hold->next;
-  if (hold->rowsAreLate && !MarkLate(hold->set)) RemoveRows(hold->set);
-  delete hold;
-}
+  // Marks the rows as late with every hold on `set`; whether there was one.
+  static bool MarkLate(const netsnmp_table_data_set* set) {
+    bool held = false;
+    for (auto* hold = First(); hold != nullptr; hold = hold->Next()) {
+      if (hold->set_ != set) continue;
+      hold->rowsAreLate_ = true;
+      held = true;
+    }
+    return held;
+  }
+
+ private:
+  netsnmp_table_data_set* set_;
+  bool rowsAreLate_ = false;
+};
 
 }  // namespace
 
 bool late_rows::Hold(netsnmp_request_info* request,
                      netsnmp_table_data_set* set) {
-  auto* const hold = new (std::nothrow)::Hold{set, false, first};
-  if (hold == nullptr) return false;
-  netsnmp_data_list* const entry =
-      netsnmp_create_data_list(kHoldName, hold, Release);
-  if (entry == nullptr) {
-    delete hold;
-    return false;
-  }
-  first = hold;
-  netsnmp_request_add_list_data(request, entry);
-  return true;
+  std::unique_ptr<DataSetHold> hold(new (std::nothrow) DataSetHold(set));
+  return KeepWithRequest(request, kHoldName, std::move(hold));
 }
 
 void late_rows::Remove(netsnmp_table_data_set* set) {
-  if (!MarkLate(set)) RemoveRows(set);
+  if (!DataSetHold::MarkLate(set)) RemoveRows(set);
 }

@@ -2,9 +2,11 @@
 #include "tables/ServedRow.h"
 
 #include <algorithm>
+#include <memory>
 
 #include "NetSNMP.h"
 #include "NetSNMPTableEntryNode.h"
+#include "adapter/RequestHold.h"
 #include "tables/RowPin.h"
 #include "tables/RowSelection.h"
 
@@ -17,11 +19,7 @@ using Row = std::vector<NetSNMPNodeData*>;
 constexpr char kPinName[] = "snmpsubagent_row_pin";
 
 void Pin(netsnmp_request_info* request, const Row* row) {
-  netsnmp_request_add_list_data(
-      request,
-      netsnmp_create_data_list(kPinName, new RowPin(row), [](void* pin) {
-        delete static_cast<RowPin*>(pin);
-      }));
+  KeepWithRequest(request, kPinName, std::make_unique<RowPin>(row));
 }
 
 }  // namespace
