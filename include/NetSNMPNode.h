@@ -26,8 +26,10 @@ class ISNMPSubAgent;
 // node that the application deletes leaves the registry by itself. A node
 // outside the registry belongs to whoever made it.
 //
-// Threads: nodes may be built, registered and deleted on any thread; they take
-// the lock of NetSNMPAgentGuard meanwhile. Reading or changing nodeMap_ by
+// Threads: nodes may be built, registered and deleted on any thread, also in a
+// callback; they take the lock of NetSNMPAgentGuard meanwhile. Registrations
+// that a request just served names are withdrawn after it, and those of a new
+// node for such an OID made then. Reading or changing nodeMap_ by
 // other means while the subagent runs needs a guard.
 class SNMPSUBAGENT_EXPORT NetSNMPNode {
  public:
