@@ -80,8 +80,21 @@ void Delete(const char* name) {
   if (registered) held = held && IsHeld(oid);
 }
 
-// What the application does when the node under test is used, once.
+// What the application does when the node under test is used, once. Guarded by
+// the lock, as is all that callbacks touch.
 std::function<void()> onUse;
+
+void OnUse(std::function<void()> action) {
+  const NetSNMPAgentGuard guard;
+  onUse = std::move(action);
+}
+
+// A variable that callbacks touch.
+template <typename T>
+T Seen(const T& variable) {
+  const NetSNMPAgentGuard guard;
+  return variable;
+}
 
 void CallOnce(NetSNMPDataNode*) {
   if (const auto action = std::exchange(onUse, nullptr)) action();
@@ -97,7 +110,7 @@ class ANode : public FakeMasterTest {
                 CallOnce);
     });
   }
-  ~ANode() override { onUse = nullptr; }
+  ~ANode() override { OnUse(nullptr); }
 
   // Has the application do something on a thread of its own, and grants what it
   // asks: so many registrations.
@@ -115,7 +128,7 @@ class ANode : public FakeMasterTest {
 
   // Withdrawals that were put off are made before the last answer leaves.
   void ExpectWithdrawnInTime(const Oid& oid) {
-    EXPECT_TRUE(held);
+    EXPECT_TRUE(Seen(held));
     EXPECT_FALSE(IsRegistered(oid));
     EXPECT_FALSE(IsHeld(oid));
   }
@@ -155,9 +168,9 @@ int ANode::written = 0;
 int ANode::writes = 0;
 
 TEST_F(ANode, MayBeDeletedByItsOwnCallback) {
-  onUse = [] { Delete("called"); };
+  OnUse([] { Delete("called"); });
   EXPECT_EQ(session_->Set({Integer(Scalar(2), 8)}).error, kNoError);
-  EXPECT_EQ(written, 8);
+  EXPECT_EQ(Seen(written), 8);
   ExpectWithdrawnInTime(Scalar(2));
   EXPECT_EQ(Get(Scalar(2)).value.type, Type::kNoSuchObject);
 }
@@ -166,38 +179,38 @@ TEST_F(ANode, MayBeDeletedByTheCallbackOfAnotherOfItsSet) {
   AsApplication(1, [this] {
     AddScalar(3, "other", NetSNMPIntNodeData(&other_, eNodeAccessReadWrite));
   });
-  onUse = [] { Delete("other"); };
+  OnUse([] { Delete("other"); });
   session_->Set({Integer(Scalar(2), 8), Integer(Scalar(3), 9)});
-  EXPECT_EQ(written, 8);
-  EXPECT_EQ(other_, 0);
+  EXPECT_EQ(Seen(written), 8);
+  EXPECT_EQ(Seen(other_), 0);
   ExpectWithdrawnInTime(Scalar(3));
   EXPECT_EQ(Get(Scalar(2)), Integer(Scalar(2), 8));
 }
 
 TEST_F(ANode, IsWithdrawnAtOnceWhenNoRequestNamesIt) {
   AsApplication(1, [] { AddIntScalar(3, "other", 1); });
-  onUse = [] { Delete("other"); };
+  OnUse([] { Delete("other"); });
   EXPECT_EQ(session_->Set({Integer(Scalar(2), 8)}).error, kNoError);
-  EXPECT_FALSE(held);
+  EXPECT_FALSE(Seen(held));
   EXPECT_FALSE(IsRegistered(Scalar(3)));
 }
 
 TEST_F(ANode, MayBeReplacedByItsOwnCallback) {
   for (const char* name : {"called", "another"}) {
-    onUse = [name] {
+    OnUse([name] {
       if (name != std::string("called")) Delete("called");
       AddScalar(2, name, NetSNMPIntNodeData(&written, eNodeAccessReadWrite),
                 CallOnce);
       written = 77;
-    };
+    });
     EXPECT_EQ(session_->Set({Integer(Scalar(2), 8)}).error, kNoError);
-    EXPECT_TRUE(held);
+    EXPECT_TRUE(Seen(held));
     ExpectToBeServed(Integer(Scalar(2), 77));
   }
 }
 
 TEST_F(ANode, MayBeReplacedByATable) {
-  onUse = [] {
+  OnUse([] {
     Delete("called");
     std::array<unsigned long, 10> oid{1, 3, 6, 1, 4, 1, 32473, 99, 2, 0};
     auto* const table = new NetSNMPTableNode(
@@ -206,7 +219,7 @@ TEST_F(ANode, MayBeReplacedByATable) {
         nullptr, "");
     support::AddStore(3, "row", 1, 2, table)
         ->AddRow(Values(Index(Int(1)), Int(5)));
-  };
+  });
   session_->Set({Integer(Scalar(2), 8)});
   Oid cell = Scalar(2);
   cell.insert(cell.end(), {1, 2, 1});
@@ -215,17 +228,17 @@ TEST_F(ANode, MayBeReplacedByATable) {
 
 TEST_F(ANode, MayBeReplacedByADataSet) {
   ServeTable();
-  onUse = [] {
+  OnUse([] {
     Delete("table");
     support::AddDataSetTable(3, "dataset", Values(Unsigned(0), Int(0)));
-  };
+  });
   session_->Set({Integer(Cell(1), 8)});
-  EXPECT_TRUE(held);
+  EXPECT_TRUE(Seen(held));
   session_->ServeUntil([&] { return IsRegistered(Table()); });
 }
 
 TEST_F(ANode, MayBeRegisteredAnewByItsOwnCallback) {
-  onUse = NetSNMPNode::ReregisterMibs;
+  OnUse(NetSNMPNode::ReregisterMibs);
   EXPECT_EQ(session_->Set({Integer(Scalar(2), 8)}).error, kNoError);
   ExpectToBeServed(Integer(Scalar(2), 8));
 }
@@ -235,15 +248,15 @@ TEST_F(ANode, MayBeDeletedBetweenThePhasesOfItsSet) {
   AsApplication(0, [] { Delete("called"); });
   session_->Ask(CommitSet{}, kSet);
   session_->Ask(CleanupSet{}, kSet);
-  EXPECT_EQ(written, 0);
+  EXPECT_EQ(Seen(written), 0);
   ExpectWithdrawnInTime(Scalar(2));
 }
 
 TEST_F(ANode, WithoutSuccessorLeavesItsOidFree) {
-  onUse = [] {
+  OnUse([] {
     Delete("called");
     delete AddIntScalar(2, "successor", 1);
-  };
+  });
   session_->Set({Integer(Scalar(2), 8)});
   ExpectWithdrawnInTime(Scalar(2));
   AsApplication(1, [] { AddIntScalar(2, "later", 5); });
@@ -253,7 +266,7 @@ TEST_F(ANode, WithoutSuccessorLeavesItsOidFree) {
 TEST_F(ANode, DeletedInASetThatNeverEndsGoesWithItsConnection) {
   session_->Ask(TestSet{{Integer(Scalar(2), 8)}}, kSet);
   AsApplication(0, [] { Delete("called"); });
-  EXPECT_TRUE(held);
+  EXPECT_TRUE(Seen(held));
   session_.reset();
   session_ = master_.AcceptServing(kRegistered - 1);
   EXPECT_FALSE(IsRegistered(Scalar(2)));
@@ -263,12 +276,12 @@ TEST_F(ANode, DeletedInASetThatNeverEndsGoesWithItsConnection) {
 
 TEST_F(ANode, MayBeTheTableOfACellThatIsWritten) {
   ServeTable();
-  onUse = [] {
+  OnUse([] {
     Delete("table");
     Delete("row");
-  };
+  });
   session_->Set({Integer(Cell(1), 8), Integer(Cell(2), 9)});
-  EXPECT_EQ(writes, 1);
+  EXPECT_EQ(Seen(writes), 1);
   ExpectWithdrawnInTime(Table());
   EXPECT_EQ(Get(Cell(1)).value.type, Type::kNoSuchObject);
 }
@@ -279,7 +292,7 @@ TEST_F(ANode, MayBeATableBetweenThePhasesOfASetOfItsCells) {
   AsApplication(0, [] { Delete("table"); });
   session_->Ask(CommitSet{}, kSet);
   session_->Ask(CleanupSet{}, kSet);
-  EXPECT_EQ(writes, 0);
+  EXPECT_EQ(Seen(writes), 0);
   ExpectWithdrawnInTime(Table());
 }
 
@@ -289,10 +302,10 @@ TEST_F(ANode, MayBeTheTableOfACellThatIsRead) {
       agentx::GetNext{{{Table(), false, {}}, {Cell(1), false, {}}}}};
   for (const agentx::Body& read : reads) {
     ServeTable();
-    onUse = [] {
+    OnUse([] {
       Delete("table");
       Delete("row");
-    };
+    });
     session_->Ask(read);
     ExpectWithdrawnInTime(Table());
   }

@@ -45,7 +45,8 @@ std::vector<timeval> CallJournal::Timeouts() const {
 
 bool CallJournal::LastThreadExists() const {
   const std::lock_guard<std::mutex> lock(mutex_);
-  return std::filesystem::exists("/proc/self/task/" +
+  return lastThread_ == 0 ||
+         std::filesystem::exists("/proc/self/task/" +
                                  std::to_string(lastThread_));
 }
 

@@ -30,7 +30,8 @@ class CallJournal {
   // The times that select() was given to wait.
   std::vector<timeval> Timeouts() const;
 
-  // Whether the thread that called select() last still exists.
+  // Whether the thread that called select() last still exists; true before the
+  // first call.
   bool LastThreadExists() const;
 
   // Makes the next call of select() return `result`, and `error` in errno, at
