@@ -3,8 +3,10 @@
 // Nodes that are deleted while a request names them.
 #include <algorithm>
 #include <array>
+#include <atomic>
 #include <functional>
 #include <future>
+#include <mutex>
 #include <string>
 #include <utility>
 #include <vector>
@@ -70,7 +72,7 @@ bool IsHeld(const Oid& oid) {
 
 // Whether the agent library still had the registrations of all nodes that
 // Delete() deleted.
-bool held;
+std::atomic<bool> held;
 
 void Delete(const char* name) {
   const NetSNMPNode& node = *Node(name);
@@ -80,24 +82,29 @@ void Delete(const char* name) {
   if (registered) held = held && IsHeld(oid);
 }
 
-// What the application does when the node under test is used, once. Guarded by
-// the lock, as is all that callbacks touch.
-std::function<void()> onUse;
+// What callbacks share with the test, which must not wait for the agent
+// library's lock: the subagent may hold it and wait for its master agent.
+std::atomic<int> written;  // by the last SET of the scalar under test
+std::atomic<int> writes;   // to cells
+std::mutex mutex;
+std::function<void()> onUse;  // guarded by `mutex`
 
+// Has the application do something when the node under test is used, once.
 void OnUse(std::function<void()> action) {
-  const NetSNMPAgentGuard guard;
+  const std::lock_guard<std::mutex> lock(mutex);
   onUse = std::move(action);
 }
 
-// A variable that callbacks touch.
-template <typename T>
-T Seen(const T& variable) {
-  const NetSNMPAgentGuard guard;
-  return variable;
+void CallOnce() {
+  std::unique_lock<std::mutex> lock(mutex);
+  const auto action = std::exchange(onUse, nullptr);
+  lock.unlock();
+  if (action) action();
 }
 
-void CallOnce(NetSNMPDataNode*) {
-  if (const auto action = std::exchange(onUse, nullptr)) action();
+void OnWrite(NetSNMPDataNode* node) {
+  written = *static_cast<int*>(node->nodeData_->NodeDataValue());
+  CallOnce();
 }
 
 class ANode : public FakeMasterTest {
@@ -106,8 +113,8 @@ class ANode : public FakeMasterTest {
     held = true;
     Connect();
     AsApplication(1, [] {
-      AddScalar(2, "called", NetSNMPIntNodeData(&written, eNodeAccessReadWrite),
-                CallOnce);
+      AddScalar(2, "called", NetSNMPIntNodeData(&level, eNodeAccessReadWrite),
+                OnWrite);
     });
   }
   ~ANode() override { OnUse(nullptr); }
@@ -128,7 +135,7 @@ class ANode : public FakeMasterTest {
 
   // Withdrawals that were put off are made before the last answer leaves.
   void ExpectWithdrawnInTime(const Oid& oid) {
-    EXPECT_TRUE(Seen(held));
+    EXPECT_TRUE(held);
     EXPECT_FALSE(IsRegistered(oid));
     EXPECT_FALSE(IsHeld(oid));
   }
@@ -147,11 +154,12 @@ class ANode : public FakeMasterTest {
   void ServeTable() {
     AsApplication(1, [] {
       const EventfulValue cell(
-          7, [](const NetSNMPNodeData&) { CallOnce(nullptr); },
+          7, [](const NetSNMPNodeData&) { CallOnce(); },
           [](const NetSNMPNodeData&) {
             ++writes;
-            CallOnce(nullptr);
+            CallOnce();
           });
+      const NetSNMPAgentGuard guard;
       auto* const store =
           support::AddStore(3, "row", 1, 2, support::AddTable(3, "table"));
       store->AddRow(Values(Index(Int(1)), cell));
@@ -159,18 +167,16 @@ class ANode : public FakeMasterTest {
     });
   }
 
-  static int written;
-  static int writes;
+  static int level;
   int other_ = 0;
 };
 
-int ANode::written = 0;
-int ANode::writes = 0;
+int ANode::level = 0;
 
 TEST_F(ANode, MayBeDeletedByItsOwnCallback) {
   OnUse([] { Delete("called"); });
   EXPECT_EQ(session_->Set({Integer(Scalar(2), 8)}).error, kNoError);
-  EXPECT_EQ(Seen(written), 8);
+  EXPECT_EQ(written, 8);
   ExpectWithdrawnInTime(Scalar(2));
   EXPECT_EQ(Get(Scalar(2)).value.type, Type::kNoSuchObject);
 }
@@ -181,8 +187,8 @@ TEST_F(ANode, MayBeDeletedByTheCallbackOfAnotherOfItsSet) {
   });
   OnUse([] { Delete("other"); });
   session_->Set({Integer(Scalar(2), 8), Integer(Scalar(3), 9)});
-  EXPECT_EQ(Seen(written), 8);
-  EXPECT_EQ(Seen(other_), 0);
+  EXPECT_EQ(written, 8);
+  EXPECT_EQ(other_, 0);
   ExpectWithdrawnInTime(Scalar(3));
   EXPECT_EQ(Get(Scalar(2)), Integer(Scalar(2), 8));
 }
@@ -191,7 +197,7 @@ TEST_F(ANode, IsWithdrawnAtOnceWhenNoRequestNamesIt) {
   AsApplication(1, [] { AddIntScalar(3, "other", 1); });
   OnUse([] { Delete("other"); });
   EXPECT_EQ(session_->Set({Integer(Scalar(2), 8)}).error, kNoError);
-  EXPECT_FALSE(Seen(held));
+  EXPECT_FALSE(held);
   EXPECT_FALSE(IsRegistered(Scalar(3)));
 }
 
@@ -199,12 +205,12 @@ TEST_F(ANode, MayBeReplacedByItsOwnCallback) {
   for (const char* name : {"called", "another"}) {
     OnUse([name] {
       if (name != std::string("called")) Delete("called");
-      AddScalar(2, name, NetSNMPIntNodeData(&written, eNodeAccessReadWrite),
-                CallOnce);
-      written = 77;
+      AddScalar(2, name, NetSNMPIntNodeData(&level, eNodeAccessReadWrite),
+                OnWrite);
+      level = 77;
     });
     EXPECT_EQ(session_->Set({Integer(Scalar(2), 8)}).error, kNoError);
-    EXPECT_TRUE(Seen(held));
+    EXPECT_TRUE(held);
     ExpectToBeServed(Integer(Scalar(2), 77));
   }
 }
@@ -233,7 +239,7 @@ TEST_F(ANode, MayBeReplacedByADataSet) {
     support::AddDataSetTable(3, "dataset", Values(Unsigned(0), Int(0)));
   });
   session_->Set({Integer(Cell(1), 8)});
-  EXPECT_TRUE(Seen(held));
+  EXPECT_TRUE(held);
   session_->ServeUntil([&] { return IsRegistered(Table()); });
 }
 
@@ -248,7 +254,7 @@ TEST_F(ANode, MayBeDeletedBetweenThePhasesOfItsSet) {
   AsApplication(0, [] { Delete("called"); });
   session_->Ask(CommitSet{}, kSet);
   session_->Ask(CleanupSet{}, kSet);
-  EXPECT_EQ(Seen(written), 0);
+  EXPECT_EQ(written, 0);
   ExpectWithdrawnInTime(Scalar(2));
 }
 
@@ -266,7 +272,7 @@ TEST_F(ANode, WithoutSuccessorLeavesItsOidFree) {
 TEST_F(ANode, DeletedInASetThatNeverEndsGoesWithItsConnection) {
   session_->Ask(TestSet{{Integer(Scalar(2), 8)}}, kSet);
   AsApplication(0, [] { Delete("called"); });
-  EXPECT_TRUE(Seen(held));
+  EXPECT_TRUE(held);
   session_.reset();
   session_ = master_.AcceptServing(kRegistered - 1);
   EXPECT_FALSE(IsRegistered(Scalar(2)));
@@ -281,7 +287,7 @@ TEST_F(ANode, MayBeTheTableOfACellThatIsWritten) {
     Delete("row");
   });
   session_->Set({Integer(Cell(1), 8), Integer(Cell(2), 9)});
-  EXPECT_EQ(Seen(writes), 1);
+  EXPECT_EQ(writes, 1);
   ExpectWithdrawnInTime(Table());
   EXPECT_EQ(Get(Cell(1)).value.type, Type::kNoSuchObject);
 }
@@ -292,7 +298,7 @@ TEST_F(ANode, MayBeATableBetweenThePhasesOfASetOfItsCells) {
   AsApplication(0, [] { Delete("table"); });
   session_->Ask(CommitSet{}, kSet);
   session_->Ask(CleanupSet{}, kSet);
-  EXPECT_EQ(Seen(writes), 0);
+  EXPECT_EQ(writes, 0);
   ExpectWithdrawnInTime(Table());
 }
 
