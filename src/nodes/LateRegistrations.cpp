@@ -38,10 +38,14 @@ void late_registrations::CatchUp() {
   if (!late_withdrawals::MakeNoted()) return;
   // One whose OID is still taken waits again.
   for (const std::string& name : std::exchange(Waiting(), {})) {
-    auto* const node = FindNode<NetSNMPNode>(name);
+    auto* node = FindNode<NetSNMPNode>(name);
     if (node == nullptr) continue;
-    containment::Contain(
-        [&] { node->RegisterNode(); },
-        [&](const std::string& what) { node->NodeLogMessage(what); });
+    containment::Contain([&] { node->RegisterNode(); },
+                         [&](const std::string& what) {
+                           // Looked up again: a request served meanwhile may
+                           // have deleted it.
+                           node = FindNode<NetSNMPNode>(name);
+                           if (node != nullptr) node->NodeLogMessage(what);
+                         });
   }
 }
