@@ -3,22 +3,19 @@
 
 #include <algorithm>
 #include <list>
-#include <memory>
 #include <new>
-#include <utility>
+#include <vector>
 
 #include "NetSNMP.h"
-#include "adapter/RequestHold.h"
+#include "NetSNMPAgentGuard.h"
 
 namespace {
 
-// The name under which a request carries its hold.
-constexpr char kHoldName[] = "snmpsubagent_registration_hold";
-
-struct RegistrationHold : RequestHold<RegistrationHold> {
-  explicit RegistrationHold(const netsnmp_handler_registration* held)
-      : registration(held) {}
-  const netsnmp_handler_registration* registration;  // null once ended
+// That a SET has `registration` in hand. The agent library keeps the requests
+// at their place through all phases.
+struct Hold {
+  const netsnmp_request_info* requests;
+  const netsnmp_handler_registration* registration;
 };
 
 struct Note {
@@ -34,12 +31,17 @@ std::list<Note>& Notes() {
   return notes;
 }
 
+// Keeps its memory: a SET need not ask for any.
+std::vector<Hold>& Holds() {
+  static std::vector<Hold>& holds = *new std::vector<Hold>;
+  return holds;
+}
+
 bool IsHeld(const netsnmp_handler_registration* registration) {
-  const auto* hold = RegistrationHold::First();
-  while (hold != nullptr && hold->registration != registration) {
-    hold = hold->Next();
-  }
-  return hold != nullptr;
+  const auto& holds = Holds();
+  return std::any_of(holds.begin(), holds.end(), [&](const Hold& hold) {
+    return hold.registration == registration;
+  });
 }
 
 bool IsInHand(const netsnmp_handler_registration* registration) {
@@ -50,6 +52,19 @@ bool IsInHand(const netsnmp_handler_registration* registration) {
 void Make(const Note& note) {
   NetSNMP::unregister_snmp_handler(note.registration);
   NetSNMP::delete_snmp_table_iterator(note.iteratorInfo);
+}
+
+int HoldTable(netsnmp_mib_handler* handler,
+              netsnmp_handler_registration* registration,
+              netsnmp_agent_request_info* requestInfo,
+              netsnmp_request_info* requests) {
+  const NetSNMPAgentGuard guard;
+  const late_withdrawals::HandlerCall call(*requestInfo);
+  if (!late_withdrawals::HoldForSet(requestInfo, requests, registration)) {
+    return SNMP_ERR_RESOURCEUNAVAILABLE;
+  }
+  return netsnmp_call_next_handler(handler, registration, requestInfo,
+                                   requests);
 }
 
 }  // namespace
@@ -83,23 +98,42 @@ bool HoldForSet(netsnmp_agent_request_info* requestInfo,
                 netsnmp_request_info* requests,
                 const netsnmp_handler_registration* registration) {
   // Without a PDU the handler was called by others, who have nothing in hand.
-  if (requestInfo->mode != MODE_SET_RESERVE1 || requestInfo->asp == nullptr) {
-    return true;
+  if (requestInfo->asp == nullptr) return true;
+  auto& holds = Holds();
+  switch (requestInfo->mode) {
+    case MODE_SET_RESERVE1:
+      try {
+        holds.push_back({requests, registration});
+      } catch (const std::bad_alloc&) {
+        NetSNMP::set_snmp_request_error(requestInfo, requests,
+                                        SNMP_ERR_RESOURCEUNAVAILABLE);
+        return false;
+      }
+      return true;
+    case MODE_SET_COMMIT:
+    case MODE_SET_FREE:
+    case MODE_SET_UNDO:
+      holds.erase(std::remove_if(holds.begin(), holds.end(),
+                                 [&](const Hold& hold) {
+                                   return hold.requests == requests;
+                                 }),
+                  holds.end());
+      return true;
+    default:
+      return true;
   }
-  std::unique_ptr<RegistrationHold> hold(new (std::nothrow)
-                                             RegistrationHold(registration));
-  if (KeepWithRequest(requests, kHoldName, std::move(hold))) return true;
-  NetSNMP::set_snmp_request_error(requestInfo, requests,
-                                  SNMP_ERR_RESOURCEUNAVAILABLE);
-  return false;
 }
 
-void EndHolds() {
-  for (auto* hold = RegistrationHold::First(); hold != nullptr;
-       hold = hold->Next()) {
-    hold->registration = nullptr;
+void PutHoldBeforeAll(netsnmp_handler_registration* registration) {
+  netsnmp_mib_handler* const hold =
+      netsnmp_create_handler("snmpsubagent_hold", HoldTable);
+  if (hold == nullptr) return;
+  if (netsnmp_inject_handler(registration, hold) != SNMPERR_SUCCESS) {
+    netsnmp_handler_free(hold);
   }
 }
+
+void EndHolds() { Holds().clear(); }
 
 int Withdraw(netsnmp_handler_registration* registration,
              netsnmp_iterator_info** iteratorInfo) {

@@ -33,12 +33,17 @@ class HandlerCall {
   const HandlerCall* const outer_;
 };
 
-// In the first phase of a SET, keeps `registration` in hand until the agent
-// library is done with the last; in others does nothing. Returns false if there
+// What the handler of a scalar calls in every phase of a SET: in the first it
+// takes `registration` in hand, in the last it lets go. Returns false if there
 // is no memory for it, with the requests refused by resourceUnavailable.
 bool HoldForSet(netsnmp_agent_request_info_s* requestInfo,
                 netsnmp_request_info_s* requests,
                 const netsnmp_handler_registration_s* registration);
+
+// Puts a handler before all others of a registered table that stands around
+// their work and calls HoldForSet(): those behind the agent library's own do
+// not see every phase. Without memory for it, the table does without.
+void PutHoldBeforeAll(netsnmp_handler_registration_s* registration);
 
 // Ends all holds: the SETs of a lost connection have no last phase.
 void EndHolds();

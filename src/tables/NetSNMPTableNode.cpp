@@ -107,7 +107,10 @@ void NetSNMPTableNode::RegisterEntryNode() {
   // What the agent library refuses, it has freed.
   if (!iteratorRegistered_) handlerRegistration_ = nullptr;
   heldRegistration_ = handlerRegistration_;
-  if (iteratorRegistered_) PutRowSelectorBeforeIterator(heldRegistration_);
+  if (iteratorRegistered_) {
+    PutRowSelectorBeforeIterator(heldRegistration_);
+    late_withdrawals::PutHoldBeforeAll(heldRegistration_);
+  }
   LogLine(*this, iteratorRegistered_
                      ? "Net-SNMP table iterator registration was successful."
                      : "Net-SNMP table iterator registration failed.");

@@ -6,7 +6,6 @@
 #include "NetSNMPTableEntryNode.h"
 #include "NetSNMPTableNode.h"
 #include "adapter/Containment.h"
-#include "adapter/LateWithdrawals.h"
 #include "nodes/NodeLookup.h"
 #include "tables/DirectAnswer.h"
 #include "tables/RowSelection.h"
@@ -82,10 +81,6 @@ int SelectRows(netsnmp_mib_handler* handler,
                netsnmp_agent_request_info* requestInfo,
                netsnmp_request_info* requests) {
   const NetSNMPAgentGuard guard;
-  const late_withdrawals::HandlerCall call(*requestInfo);
-  if (!late_withdrawals::HoldForSet(requestInfo, requests, registration)) {
-    return SNMP_ERR_RESOURCEUNAVAILABLE;
-  }
   NetSNMPTableEntryNode* const entry = EntryOf(*registration);
   if (entry == nullptr || !LooksForRows(requestInfo->mode)) {
     return netsnmp_call_next_handler(handler, registration, requestInfo,

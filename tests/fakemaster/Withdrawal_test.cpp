@@ -27,6 +27,7 @@ using agentx::CommitSet;
 using agentx::Oid;
 using agentx::TestSet;
 using agentx::Type;
+using agentx::UndoSet;
 using agentx::Varbind;
 using support::AddIntScalar;
 using support::AddScalar;
@@ -300,6 +301,49 @@ TEST_F(ANode, MayBeATableBetweenThePhasesOfASetOfItsCells) {
   session_->Ask(CleanupSet{}, kSet);
   EXPECT_EQ(writes, 0);
   ExpectWithdrawnInTime(Table());
+}
+
+// In the last phase of such a SET the agent library passes the table's handlers
+// by, from its own on.
+const Varbind kBadWrites[] = {{Table(), {Type::kInteger, std::int32_t{8}}},
+                              {Cell(1), {Type::kOctetString, "8"}}};
+
+TEST_F(ANode, MayBeATableBetweenThePhasesOfASetThatFails) {
+  for (const Varbind& first : kBadWrites) {
+    ServeTable();
+    session_->Ask(TestSet{{first, Integer(Cell(2), 9)}}, kSet);
+    AsApplication(0, [] { Delete("table"); });
+    session_->Ask(CleanupSet{}, kSet);
+    ExpectWithdrawnInTime(Table());
+    AsApplication(0, [] { Delete("row"); });
+  }
+}
+
+TEST_F(ANode, IsNoLongerHeldByASetThatFailed) {
+  for (const Varbind& first : kBadWrites) {
+    ServeTable();
+    session_->Ask(TestSet{{first, Integer(Cell(2), 9)}}, kSet);
+    session_->Ask(CleanupSet{}, kSet);
+    OnUse([] {
+      Delete("table");
+      Delete("row");
+    });
+    EXPECT_EQ(session_->Set({Integer(Scalar(2), 8)}).error, kNoError);
+    EXPECT_FALSE(held);
+    held = true;
+  }
+}
+
+TEST_F(ANode, IsNoLongerHeldByASetThatIsUndone) {
+  AsApplication(1, [this] {
+    AddScalar(3, "other", NetSNMPIntNodeData(&other_, eNodeAccessReadWrite));
+  });
+  session_->Ask(TestSet{{Integer(Scalar(3), 9)}}, kSet);
+  session_->Ask(CommitSet{}, kSet);
+  session_->Ask(UndoSet{}, kSet);
+  OnUse([] { Delete("other"); });
+  EXPECT_EQ(session_->Set({Integer(Scalar(2), 8)}).error, kNoError);
+  EXPECT_FALSE(held);
 }
 
 TEST_F(ANode, MayBeTheTableOfACellThatIsRead) {

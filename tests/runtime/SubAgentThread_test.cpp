@@ -125,17 +125,23 @@ TEST_F(ARunningSubAgent, TellsNobodyWhenItIsStopped) {
   EXPECT_THAT(receiver.States(), ElementsAre(1));
 }
 
-TEST_F(ARunningSubAgent, DropsTheInterruptionOfItsStopper) {
+TEST_F(ARunningSubAgent, DropsTheInterruptionOfAStopperThatWaits) {
   int result = -1;
   bool interruptedAfterwards = true;
   std::promise<void> started;
+  std::promise<void> returned;
   boost::thread stopper([&] {
     started.get_future().wait();
     result = subAgent_.Stop();
     interruptedAfterwards = boost::this_thread::interruption_requested();
+    returned.set_value();
   });
   stopper.interrupt();
-  started.set_value();
+  // Once the subagent thread has ended nothing would be left to wait for.
+  OnSubAgentThread([&] {
+    started.set_value();
+    returned.get_future().wait();
+  });
   stopper.join();
   EXPECT_EQ(result, 0);
   EXPECT_FALSE(interruptedAfterwards);
