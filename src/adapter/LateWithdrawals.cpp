@@ -44,9 +44,44 @@ bool IsHeld(const netsnmp_handler_registration* registration) {
   });
 }
 
+// What the agent library registers: the last one while it waits for the master
+// agent's answer, the others while callbacks of requests that it serves
+// meanwhile register more.
+std::vector<const netsnmp_handler_registration*>& BeingRegistered() {
+  static auto& registrations =
+      *new std::vector<const netsnmp_handler_registration*>;
+  return registrations;
+}
+
+bool IsBeingRegistered(const netsnmp_handler_registration* registration) {
+  const auto& all = BeingRegistered();
+  return std::find(all.begin(), all.end(), registration) != all.end();
+}
+
+const netsnmp_handler_registration* RegistrationOf(void* parameters) {
+  return static_cast<const register_parameters*>(parameters)->reginfo;
+}
+
+int BeforeRegistration(int /*majorID*/, int /*minorID*/, void* parameters,
+                       void* /*clientArg*/) {
+  try {
+    BeingRegistered().push_back(RegistrationOf(parameters));
+  } catch (const std::bad_alloc&) {
+    // The wait goes unwatched.
+  }
+  return 0;
+}
+
+int AfterRegistration(int /*majorID*/, int /*minorID*/, void* parameters,
+                      void* /*clientArg*/) {
+  auto& all = BeingRegistered();
+  if (!all.empty() && all.back() == RegistrationOf(parameters)) all.pop_back();
+  return 0;
+}
+
 bool IsInHand(const netsnmp_handler_registration* registration) {
   return late_withdrawals::HandlerCall::Names(registration) ||
-         IsHeld(registration);
+         IsBeingRegistered(registration) || IsHeld(registration);
 }
 
 void Make(const Note& note) {
@@ -70,6 +105,15 @@ int HoldTable(netsnmp_mib_handler* handler,
 }  // namespace
 
 namespace late_withdrawals {
+
+void WatchRegistrations() {
+  netsnmp_register_callback(SNMP_CALLBACK_APPLICATION,
+                            SNMPD_CALLBACK_REGISTER_OID, BeforeRegistration,
+                            nullptr, NETSNMP_CALLBACK_HIGHEST_PRIORITY);
+  netsnmp_register_callback(SNMP_CALLBACK_APPLICATION,
+                            SNMPD_CALLBACK_REGISTER_OID, AfterRegistration,
+                            nullptr, NETSNMP_CALLBACK_LOWEST_PRIORITY);
+}
 
 HandlerCall::HandlerCall(const netsnmp_agent_request_info& requestInfo)
     : pdu_(requestInfo.asp), outer_(innermost) {

@@ -10,12 +10,17 @@ struct netsnmp_request_info_s;
 
 // Registrations that are withdrawn while the agent library has them in hand. It
 // keeps the addresses of those that a PDU names until it is done with the PDU,
-// for a SET from its first phase to its last, and calls through them. A
+// for a SET from its first phase to its last, and calls through them; and that
+// of one it registers until the master agent has answered, serving requests. A
 // callback may delete any node meanwhile, and another thread may between the
 // phases of a SET; the registration is noted then, and withdrawn afterwards.
 //
 // Requires, for all: the lock of NetSNMPAgentGuard.
 namespace late_withdrawals {
+
+// Has the agent library say what it registers. To be called before it is
+// initialised.
+void WatchRegistrations();
 
 // Stands around the work of a handler: what its PDU names is in hand.
 class HandlerCall {

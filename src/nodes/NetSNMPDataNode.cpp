@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 #include "NetSNMPDataNode.h"
 
+#include <utility>
+
 #include "NetSNMP.h"
 #include "NetSNMPAgentGuard.h"
 #include "NetSNMPTrapNode.h"
@@ -54,11 +56,11 @@ NetSNMPDataNode::NetSNMPDataNode(const NetSNMPAgentGuard&, unsigned long* oid,
 
 NetSNMPDataNode::~NetSNMPDataNode() {
   const NetSNMPAgentGuard guard;
+  // Left here and not only in the base, so that nobody finds what remains: a
+  // callback may build a node of this name while the withdrawal waits.
+  LeaveRegistry();
   NetSNMPDataNode::UnregisterNode();
   delete nodeData_;
-  // Left here and not only in the base, so that nobody finds what remains.
-  LeaveRegistry();
-  NodeWatch::Destroyed(this);
 }
 
 bool NetSNMPDataNode::RegisterNode() {
@@ -69,9 +71,14 @@ bool NetSNMPDataNode::RegisterNode() {
   const int created = NetSNMP::create_snmp_handler_registration(
       &handlerRegistration_, nodeName_.c_str(), var_instance_handler, nodeOID_,
       nodeOIDLen_, nodeData_->NodeHandlerModes());
-  registered_ = NetSNMP::snmp_succeeded(created) != 0 &&
-                NetSNMP::snmp_succeeded(
-                    NetSNMP::register_snmp_handler(handlerRegistration_)) != 0;
+  registered_ = NetSNMP::snmp_succeeded(created) != 0;
+  if (registered_) {
+    const NodeWatch watch(this);
+    const int result = NetSNMP::register_snmp_handler(handlerRegistration_);
+    if (!watch.Alive()) return false;
+    // It may have been withdrawn meanwhile.
+    registered_ = registered_ && NetSNMP::snmp_succeeded(result) != 0;
+  }
   // What the agent library refuses, it has freed.
   if (!registered_) handlerRegistration_ = nullptr;
   LogLine(*this, registered_ ? "Net-SNMP data node registration was successful."
@@ -82,20 +89,22 @@ bool NetSNMPDataNode::RegisterNode() {
 void NetSNMPDataNode::UnregisterNode() {
   const NetSNMPAgentGuard guard;
   if (!registered_) return;
+  registered_ = false;
+  auto* const registration = std::exchange(handlerRegistration_, nullptr);
   if (!SubAgentConnected()) {
     LogLine(
         *this,
         "Net-SNMP data node unregistration could not complete- disconnected "
         "subagent.");
-  } else if (handlerRegistration_ != nullptr && nodeData_ != nullptr &&
+  } else if (registration != nullptr && nodeData_ != nullptr &&
              !nodeData_->tableData_) {
-    const int result = late_withdrawals::Withdraw(handlerRegistration_);
+    const NodeWatch watch(this);
+    const int result = late_withdrawals::Withdraw(registration);
+    if (!watch.Alive()) return;
     LogLine(*this, NetSNMP::snmp_succeeded(result) != 0
                        ? "Net-SNMP data node unregistration was successful."
                        : "Net-SNMP data node unregistration failed.");
   }
-  registered_ = false;
-  handlerRegistration_ = nullptr;
 }
 
 NetSNMPNodeData* NetSNMPDataNode::GetNodeData(const std::string& name) {

@@ -5,6 +5,7 @@
 
 #include "ISNMPSubAgent.h"
 #include "NetSNMPAgentGuard.h"
+#include "nodes/NodeWatch.h"
 #include "runtime/LivingSubAgents.h"
 
 std::map<std::string, NetSNMPNode*>* NetSNMPNode::nodeMap_ = nullptr;
@@ -57,6 +58,7 @@ NetSNMPNode::~NetSNMPNode() {
   const NetSNMPAgentGuard guard;
   delete[] nodeOID_;
   LeaveRegistry();
+  NodeWatch::Destroyed(this);
 }
 
 void NetSNMPNode::NodeLogMessage(const std::string& message) const {

@@ -5,14 +5,13 @@ namespace {
 thread_local NodeWatch* innermost = nullptr;
 }  // namespace
 
-NodeWatch::NodeWatch(const NetSNMPDataNode* node)
-    : node_(node), outer_(innermost) {
+NodeWatch::NodeWatch(const NetSNMPNode* node) : node_(node), outer_(innermost) {
   innermost = this;
 }
 
 NodeWatch::~NodeWatch() { innermost = outer_; }
 
-void NodeWatch::Destroyed(const NetSNMPDataNode* node) {
+void NodeWatch::Destroyed(const NetSNMPNode* node) {
   for (NodeWatch* watch = innermost; watch != nullptr; watch = watch->outer_) {
     if (watch->node_ == node) watch->alive_ = false;
   }

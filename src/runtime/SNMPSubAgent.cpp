@@ -12,6 +12,7 @@
 #include "NetSNMPNode.h"
 #include "NetworkInterfaces.h"
 #include "adapter/Containment.h"
+#include "adapter/LateWithdrawals.h"
 #include "adapter/SigpipeBlock.h"
 #include "runtime/AgentShutdown.h"
 #include "runtime/InterruptionPoints.h"
@@ -67,6 +68,7 @@ void SetUpAgentLibrary(SNMPSubAgent* subAgent) {
   netsnmp_ds_set_string(NETSNMP_DS_APPLICATION_ID, NETSNMP_DS_AGENT_X_SOCKET,
                         socket.c_str());
   WatchReconnection();
+  late_withdrawals::WatchRegistrations();
   if (subAgent->replyTimeout_.count() != 0) {
     master_patience::Limit(subAgent->replyTimeout_, subAgent->replyRetries_);
   }

@@ -5,6 +5,7 @@
 #include "NetSNMPAgentGuard.h"
 #include "adapter/DataSetRelease.h"
 #include "nodes/LateRegistrations.h"
+#include "nodes/NodeWatch.h"
 #include "tables/LateRows.h"
 #include "values/OwnedValues.h"
 
@@ -73,10 +74,16 @@ bool NetSNMPDataSetTableNode::RegisterNode() {
   const int created = NetSNMP::create_snmp_handler_registration(
       &registration, nodeName_.c_str(), var_dataset_table_handler, nodeOID_,
       nodeOIDLen_, accessData_.NodeHandlerModes());
-  registered_ = NetSNMP::snmp_succeeded(created) != 0 &&
-                NetSNMP::snmp_succeeded(NetSNMP::register_snmp_dataset_table(
-                    registration, dataset_)) != 0;
-  if (registered_) heldDataset_ = dataset_;
+  if (NetSNMP::snmp_succeeded(created) == 0) return false;
+  registered_ = true;
+  heldDataset_ = dataset_;
+  const NodeWatch watch(this);
+  const int result =
+      NetSNMP::register_snmp_dataset_table(registration, dataset_);
+  // A request served meanwhile may have deleted the node.
+  if (!watch.Alive()) return false;
+  registered_ = NetSNMP::snmp_succeeded(result) != 0;
+  if (!registered_) heldDataset_ = nullptr;
   return registered_;
 }
 

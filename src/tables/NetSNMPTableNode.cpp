@@ -10,6 +10,7 @@
 #include "adapter/LateWithdrawals.h"
 #include "nodes/LateRegistrations.h"
 #include "nodes/NodeLine.h"
+#include "nodes/NodeWatch.h"
 #include "tables/IteratorInfo.h"
 #include "tables/RowSelector.h"
 
@@ -41,6 +42,8 @@ NetSNMPTableNode::NetSNMPTableNode(const NetSNMPAgentGuard&, unsigned long* oid,
 
 NetSNMPTableNode::~NetSNMPTableNode() {
   const NetSNMPAgentGuard guard;
+  // First: a callback may build a node of this name while the withdrawal waits.
+  LeaveRegistry();
   NetSNMPTableNode::UnregisterNode();
   // Left with the agent library while disconnected, it would be served again
   // after the reconnection, without its node.
@@ -50,7 +53,6 @@ NetSNMPTableNode::~NetSNMPTableNode() {
     auto& tables = entryNode_->servedBy_;
     tables.erase(std::remove(tables.begin(), tables.end(), this), tables.end());
   }
-  LeaveRegistry();
 }
 
 bool NetSNMPTableNode::RegisterNode() {
@@ -61,18 +63,20 @@ bool NetSNMPTableNode::RegisterNode() {
       &handlerRegistration_, nodeName_.c_str(), var_table_handler, nodeOID_,
       nodeOIDLen_, accessData_.NodeHandlerModes());
   registered_ = NetSNMP::snmp_succeeded(created) != 0;
-  if (registered_) {
-    LogLine(*this, "Net-SNMP table node registration was successful.");
-    RegisterEntryNode();
-  } else {
+  if (!registered_) {
     LogLine(*this, "Net-SNMP table node registration failed.");
+    return false;
   }
-  return registered_;
+  LogLine(*this, "Net-SNMP table node registration was successful.");
+  const NodeWatch watch(this);
+  RegisterEntryNode();
+  return watch.Alive() && registered_;
 }
 
 void NetSNMPTableNode::UnregisterNode() {
   const NetSNMPAgentGuard guard;
   if (!registered_) return;
+  registered_ = false;
   if (!SubAgentConnected()) {
     LogLine(
         *this,
@@ -81,14 +85,15 @@ void NetSNMPTableNode::UnregisterNode() {
   } else if (handlerRegistration_ != nullptr) {
     // One that never reached the agent library cannot be withdrawn from it,
     // and another node may have registered the same OID meanwhile.
+    const NodeWatch watch(this);
     const bool withdrawn = heldRegistration_ != nullptr &&
                            NetSNMP::snmp_succeeded(Withdraw()) != 0;
+    if (!watch.Alive()) return;
     LogLine(*this, withdrawn
                        ? "Net-SNMP table node unregistration was successful."
                        : "Net-SNMP table node unregistration failed.");
   }
   ForgetRegistration();
-  registered_ = false;
 }
 
 void NetSNMPTableNode::RegisterEntryNode() {
@@ -101,15 +106,21 @@ void NetSNMPTableNode::RegisterEntryNode() {
   NetSNMP::delete_snmp_table_iterator(iteratorInfo_);
   iteratorInfo_ = NewIteratorInfo(*entryNode_, &nodeName_);
   if (iteratorInfo_ == nullptr) return;
-  iteratorRegistered_ =
-      NetSNMP::snmp_succeeded(NetSNMP::register_snmp_table_iterator(
-          handlerRegistration_, iteratorInfo_)) != 0;
-  // What the agent library refuses, it has freed.
-  if (!iteratorRegistered_) handlerRegistration_ = nullptr;
+  iteratorRegistered_ = true;
   heldRegistration_ = handlerRegistration_;
+  const NodeWatch watch(this);
+  const int result = NetSNMP::register_snmp_table_iterator(handlerRegistration_,
+                                                           iteratorInfo_);
+  // It may have been deleted or withdrawn meanwhile.
+  if (!watch.Alive() || heldRegistration_ == nullptr) return;
+  iteratorRegistered_ = NetSNMP::snmp_succeeded(result) != 0;
   if (iteratorRegistered_) {
     PutRowSelectorBeforeIterator(heldRegistration_);
     late_withdrawals::PutHoldBeforeAll(heldRegistration_);
+  } else {
+    // What the agent library refuses, it has freed.
+    handlerRegistration_ = nullptr;
+    heldRegistration_ = nullptr;
   }
   LogLine(*this, iteratorRegistered_
                      ? "Net-SNMP table iterator registration was successful."
