@@ -4,31 +4,31 @@
 #include <atomic>
 #include <condition_variable>
 #include <mutex>
+#include <thread>
 
 #include "adapter/AgentLock.h"
 
 namespace {
 
-// A lock that is handed over in the order of asking. A plain mutex would let
-// the event loop, which asks again as soon as it has let go, starve everybody.
-// The loop asks twice a pass and mostly alone: it then takes no mutex.
+// A recursive lock that is handed over in the order of asking. A plain mutex
+// would let the event loop, which asks again as soon as it has let go, starve
+// everybody. The loop asks twice a pass and mostly alone: it then takes no
+// mutex.
 class FairLock {
  public:
   void Take() {
-    const unsigned long ticket = nextTicket_.fetch_add(1);
-    if (serving_.load() == ticket) return;
-    std::unique_lock<std::mutex> lock(mutex_);
-    turn_.wait(lock, [&] { return serving_.load() == ticket; });
+    const std::thread::id self = std::this_thread::get_id();
+    if (holder_.load(std::memory_order_relaxed) != self) {
+      TakeTurn();
+      holder_.store(self, std::memory_order_relaxed);
+    }
+    ++depth_;
   }
 
-  // A thread whose ticket is not seen here sees the new turn, and does not
-  // wait.
   void Release() {
-    const unsigned long next = serving_.load(std::memory_order_relaxed) + 1;
-    serving_.store(next);
-    if (nextTicket_.load() == next) return;
-    const std::lock_guard<std::mutex> lock(mutex_);
-    turn_.notify_all();
+    if (--depth_ > 0) return;
+    holder_.store(std::thread::id(), std::memory_order_relaxed);
+    PassTurnOn();
   }
 
   // Requires: the lock.
@@ -37,10 +37,31 @@ class FairLock {
   }
 
  private:
+  void TakeTurn() {
+    const unsigned long ticket = nextTicket_.fetch_add(1);
+    if (serving_.load() == ticket) return;
+    std::unique_lock<std::mutex> lock(mutex_);
+    turn_.wait(lock, [&] { return serving_.load() == ticket; });
+  }
+
+  // A thread whose ticket is not seen here sees the new turn, and does not
+  // wait.
+  void PassTurnOn() {
+    const unsigned long next = serving_.load(std::memory_order_relaxed) + 1;
+    serving_.store(next);
+    if (nextTicket_.load() == next) return;
+    const std::lock_guard<std::mutex> lock(mutex_);
+    turn_.notify_all();
+  }
+
   std::mutex mutex_;
   std::condition_variable turn_;
   std::atomic<unsigned long> nextTicket_{0};
   std::atomic<unsigned long> serving_{0};
+  // Each thread knows whether it is the one. A count of its own for each would
+  // cost a look-up of thread-local storage with every guard.
+  std::atomic<std::thread::id> holder_{};
+  unsigned int depth_ = 0;  // how often the holder has it
 };
 
 // Never destroyed: the subagent thread may outlive the static objects.
@@ -49,19 +70,10 @@ FairLock& AgentLock() {
   return lock;
 }
 
-// How often this thread holds the lock.
-thread_local unsigned int depth = 0;
-
 }  // namespace
 
-NetSNMPAgentGuard::NetSNMPAgentGuard() {
-  if (depth == 0) AgentLock().Take();
-  ++depth;
-}
+NetSNMPAgentGuard::NetSNMPAgentGuard() { AgentLock().Take(); }
 
-NetSNMPAgentGuard::~NetSNMPAgentGuard() {
-  --depth;
-  if (depth == 0) AgentLock().Release();
-}
+NetSNMPAgentGuard::~NetSNMPAgentGuard() { AgentLock().Release(); }
 
 unsigned long AgentLockTurn() { return AgentLock().Turn(); }
