@@ -14,6 +14,8 @@ using testing::HasSubstr;
 
 class ANodeInHand : public DataNodeTest {
  protected:
+  ~ANodeInHand() override { late_registrations::CatchUp(); }
+
   bool IsRegistered() const {
     return LocalAgent::RegistrationAt(kFanSpeedOid) != nullptr;
   }
