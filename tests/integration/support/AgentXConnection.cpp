@@ -3,9 +3,9 @@
 
 #include <arpa/inet.h>
 #include <netinet/in.h>
-#include <netinet/tcp.h>
 #include <sys/socket.h>
 
+#include <cerrno>
 #include <filesystem>
 #include <stdexcept>
 #include <string>
@@ -33,13 +33,6 @@ int FindDescriptor(int port) {
   throw std::runtime_error("no connection to port " + std::to_string(port));
 }
 
-int TcpState(int descriptor) {
-  tcp_info info{};
-  socklen_t length = sizeof(info);
-  getsockopt(descriptor, IPPROTO_TCP, TCP_INFO, &info, &length);
-  return info.tcpi_state;
-}
-
 }  // namespace
 
 AgentXConnection::AgentXConnection(int masterPort)
@@ -50,8 +43,7 @@ AgentXConnection::AgentXConnection(int masterPort)
 bool AgentXConnection::WaitUntilBroken() const {
   return WaitFor(
       [this] {
-        send(descriptor_, "", 1, MSG_NOSIGNAL);
-        return TcpState(descriptor_) == TCP_CLOSE;
+        return send(descriptor_, "", 1, MSG_NOSIGNAL) < 0 && errno == EPIPE;
       },
       Deadlines::Session());
 }
