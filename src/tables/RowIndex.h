@@ -3,6 +3,7 @@
 #define SNMPSUBAGENT_TABLES_ROWINDEX_H_
 
 #include <algorithm>
+#include <boost/container/small_vector.hpp>
 #include <cstdint>
 #include <map>
 #include <set>
@@ -26,7 +27,9 @@ class RowIndex {
  public:
   using Row = std::vector<NetSNMPNodeData*>;
   using Rows = std::map<std::string, Row*>;
-  using Oid = std::vector<unsigned long>;
+  // Mostly of one index or two, which then stand in the entry itself: a look-up
+  // follows no address more than it must.
+  using Oid = boost::container::small_vector<unsigned long, 2>;
 
   // Sub-identifiers that belong to somebody else.
   struct OidView {
