@@ -27,9 +27,11 @@ class ISNMPSubAgent;
 // outside the registry belongs to whoever made it.
 //
 // Threads: nodes may be built, registered and deleted on any thread, also in a
-// callback; they take the lock of NetSNMPAgentGuard meanwhile. Registrations
-// that a request just served names are withdrawn after it, and those of a new
-// node for such an OID made then. Reading or changing nodeMap_ by
+// callback; they take the lock of NetSNMPAgentGuard meanwhile. A registration
+// that a request just served names, or that waits for the master agent's
+// answer, is withdrawn after that, and the one of a new node for its OID made
+// then. A callback must not replace a node of a class derived by the
+// application while its constructor waits. Reading or changing nodeMap_ by
 // other means while the subagent runs needs a guard.
 class SNMPSUBAGENT_EXPORT NetSNMPNode {
  public:

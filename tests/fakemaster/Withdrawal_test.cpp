@@ -367,11 +367,11 @@ class ANodeThatWaits : public ANode {
   ANodeThatWaits() {
     AsApplication(2, [] {
       AddIntScalar(3, "other", 1);
-      AddTableWithRows("table", "row");
+      AddTableAndStore("table", "row");
     });
   }
 
-  static void AddTableWithRows(const char* name, const char* rows) {
+  static void AddTableAndStore(const char* name, const char* rows) {
     support::AddStore(3, rows, 1, 2, support::AddTable(3, name));
   }
 
@@ -427,7 +427,7 @@ TEST_F(ANodeThatWaits, MayBeRegisteredTwiceWhileItIsRegistered) {
 
 TEST_F(ANodeThatWaits, MayBeATableThatIsDeletedWhileItIsRegistered) {
   AsApplication(1, [] { delete Node("table"); });
-  Do([] { AddTableWithRows("late", "row"); }, [] { Delete("late"); });
+  Do([] { AddTableAndStore("late", "row"); }, [] { Delete("late"); });
   ExpectToBeWithdrawn(Table());
 }
 
@@ -445,7 +445,7 @@ TEST_F(ANodeThatWaits, MayBeReplacedWhileItIsDeleted) {
 }
 
 TEST_F(ANodeThatWaits, MayBeATableThatIsReplacedWhileItIsDeleted) {
-  Do([] { Delete("table"); }, [] { AddTableWithRows("table", "others"); });
+  Do([] { Delete("table"); }, [] { AddTableAndStore("table", "others"); });
   EXPECT_TRUE(IsRegistered(Table()));
   EXPECT_EQ(Get(Cell(1)).value.type, Type::kNoSuchInstance);
 }
