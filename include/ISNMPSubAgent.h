@@ -8,11 +8,9 @@
 
 class ISNMPSubAgentCallback;
 
-// The subagent as nodes see it through NetSNMPNode::snmpSubAgent_. SNMPSubAgent
-// is its implementation; a test may put its own in its place.
-//
-// The library keeps track of which of these objects live: a node that finds its
-// subagent destroyed counts itself disconnected.
+// The subagent as nodes see it through NetSNMPNode::snmpSubAgent_, implemented
+// by SNMPSubAgent. A test may use an implementation of its own. Nodes whose
+// subagent has been destroyed are disconnected.
 class SNMPSUBAGENT_EXPORT ISNMPSubAgent {
  public:
   ISNMPSubAgent();
@@ -23,17 +21,16 @@ class SNMPSUBAGENT_EXPORT ISNMPSubAgent {
   // register, unregister or send a trap. Threads: any.
   virtual bool Connected() const = 0;
 
-  // The application's own; the library never calls it.
+  // For the application; the library never calls it.
   virtual void ApplicationOperation() = 0;
 
-  // Called each time the AgentX session has come up, before the receivers are
-  // told: the place to register nodes, see NetSNMPNode::RegisterMibs().
+  // Called each time the AgentX session has come up, before the receivers: the
+  // place to register nodes, see NetSNMPNode::RegisterMibs().
   // Threads: the subagent thread, holding the lock of NetSNMPAgentGuard.
   virtual void OnSubAgentConnected() = 0;
 
   // Adds a receiver of connection changes under a name. A name in use is not an
-  // error: the first receiver stays. `callback` is borrowed; a null one is kept
-  // and passed over.
+  // error: the first receiver stays. `callback` is borrowed and may be null.
   // Threads: before Start(), or after Stop(); not from within a receiver.
   virtual void RegisterSubAgentCallback(const std::string& callbackName,
                                         ISNMPSubAgentCallback* callback) = 0;
@@ -43,8 +40,7 @@ class SNMPSUBAGENT_EXPORT ISNMPSubAgent {
   virtual void UnregisterSubAgentCallback(const std::string& callbackName) = 0;
 
   // Calls SubAgentStateChanged(state) on every receiver in the byte order of
-  // their names. One that throws does not keep the others from being told; the
-  // first exception then leaves this call.
+  // their names, and then rethrows the first exception of a receiver.
   virtual void NotifySubAgentCallbacks(int state) = 0;
 
  protected:

@@ -4,8 +4,8 @@
 
 #include "SnmpSubAgentExport.h"
 
-// A receiver of connection changes, implemented by the application and made
-// known with SNMPSubAgent::RegisterSubAgentCallback(). The library never
+// A receiver of connection changes, implemented by the application and
+// registered with SNMPSubAgent::RegisterSubAgentCallback(). The library never
 // deletes it.
 class SNMPSUBAGENT_EXPORT ISNMPSubAgentCallback {
  public:

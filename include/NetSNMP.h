@@ -23,9 +23,8 @@ class NetSNMPNodeData;
 // snmpTrapOID.0 (RFC 3418), the first variable of every SNMPv2 notification.
 extern SNMPSUBAGENT_EXPORT unsigned long objid_snmptrap[11];
 
-// The agent library's calls that nodes make, one wrapper each, named after the
-// call where a reader would look for its manual page; and the conversion
-// between values and varbinds.
+// Wrappers of the agent library's calls, each naming the call that it makes,
+// and the conversion between values and varbinds.
 //
 // Results are the agent library's unless a line says otherwise. Lengths of OIDs
 // are in sub-identifiers, those of values in bytes. Pointers are borrowed
@@ -43,18 +42,18 @@ SNMPSUBAGENT_EXPORT int snmp_succeeded(int status);
 // Number of variables; 0 for a null list.
 SNMPSUBAGENT_EXPORT int count_snmp_variable_list(variable_list* list);
 
-// Links `var`, with the chain behind it, to the end of `list`. Does nothing if
-// either is null.
+// Appends `var`, with the chain behind it, to `list`. Does nothing if either is
+// null.
 SNMPSUBAGENT_EXPORT void push_back_snmp_variable_list(variable_list* list,
                                                       variable_list* var);
 
-// Unlinks the last variable and stores it in `*var`; it is the caller's then. A
-// list of one yields its head and stays as it is. Returns 0, or 5 (genErr) for
-// a null list.
+// Removes the last variable and stores it in `*var`; the caller then owns it. A
+// list of one yields its head and is unchanged. Returns 0, or 5 (genErr) for a
+// null list.
 SNMPSUBAGENT_EXPORT int pop_back_snmp_variable_list(variable_list* list,
                                                     variable_list** var);
 
-// Links a new, empty variable behind `*cursor` and moves the cursor there.
+// Inserts a new, empty variable behind `*cursor` and moves the cursor there.
 // Returns 0, or 5 (genErr) if the cursor is null or there is no memory.
 SNMPSUBAGENT_EXPORT int allocate_next_variable_list(variable_list** cursor);
 
@@ -72,16 +71,16 @@ SNMPSUBAGENT_EXPORT variable_list* add_snmp_varlist_variable(
 
 // init_agent
 SNMPSUBAGENT_EXPORT int init_snmp_agent(const std::string& name);
-// init_snmp, with the library's alarms left to the select loop instead of a
-// signal. Returns 0.
+// init_snmp, with the alarms run by the event loop instead of a signal. Returns
+// 0.
 SNMPSUBAGENT_EXPORT int init_snmp_snmp(const std::string& name);
-// snmp_shutdown. Nodes find themselves disconnected afterwards. Returns 0.
+// snmp_shutdown. Nodes are disconnected afterwards. Returns 0.
 SNMPSUBAGENT_EXPORT int shutdown_snmp(const std::string& name);
-// shutdown_agent. Nodes find themselves disconnected afterwards. Returns 0.
+// shutdown_agent. Nodes are disconnected afterwards. Returns 0.
 SNMPSUBAGENT_EXPORT int shutdown_snmp_agent();
-// snmp_register_callback. An `arg` that is still registered when the agent
-// library is shut down is freed by it: null, or from malloc, or to be taken
-// back before.
+// snmp_register_callback. The agent library frees an `arg` that is still
+// registered when it shuts down: it must be null, from malloc, or unregistered
+// before.
 SNMPSUBAGENT_EXPORT int register_snmp_callback(
     int major, int minor, int (*fn)(int, int, void*, void*), void* arg);
 // snmp_unregister_callback
@@ -117,8 +116,7 @@ SNMPSUBAGENT_EXPORT int create_snmp_handler_registration(
     int (*handler)(netsnmp_mib_handler*, netsnmp_handler_registration*,
                    netsnmp_agent_request_info*, netsnmp_request_info*),
     unsigned long* oid, unsigned int oidLen, int modes);
-// netsnmp_register_instance: every registration made here is one of an
-// instance. A refused registration has been freed by the agent library.
+// netsnmp_register_instance, which frees the registration if it fails.
 SNMPSUBAGENT_EXPORT int register_snmp_handler(
     netsnmp_handler_registration* reg);
 // netsnmp_unregister_handler, which frees the registration.
@@ -218,7 +216,7 @@ SNMPSUBAGENT_EXPORT int set_snmp_variable_list(variable_list* var,
 // Whether a SET may write the varbind into `value`: 0, or 2 (noSuchName) if
 // `value` is null or of an unknown type, 17 (notWritable), 3 (badValue) for an
 // integer of the wrong length, a truth value other than 1 and 2, or an untyped
-// value. Types of ASN.1 are not compared, and texts have no limit.
+// value. ASN.1 types are not compared, and texts have no limit.
 SNMPSUBAGENT_EXPORT int set_snmp_validate(variable_list* var,
                                           NetSNMPNodeData* value);
 
@@ -228,9 +226,9 @@ SNMPSUBAGENT_EXPORT int set_snmp_validate(variable_list* var,
 SNMPSUBAGENT_EXPORT int set_snmp_commit(variable_list* var,
                                         NetSNMPNodeData* value);
 
-// Serves one request: GET and GETNEXT copy the value out, the reserve phases of
-// a SET validate, COMMIT writes. Any other mode is 3 (badValue), FREE and UNDO
-// too: what COMMIT wrote stays.
+// Serves one request: GET and GETNEXT copy the value into the varbind, RESERVE1
+// and RESERVE2 validate, COMMIT writes. Any other mode returns 3 (badValue),
+// also FREE and UNDO: what COMMIT wrote stays.
 SNMPSUBAGENT_EXPORT int handle_snmp_request(variable_list* var,
                                             NetSNMPNodeData* value, int mode);
 

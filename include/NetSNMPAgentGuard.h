@@ -4,13 +4,13 @@
 
 #include "SnmpSubAgentExport.h"
 
-// Keeps request processing out while it lives.
+// While one exists, no request is processed.
 //
-// The agent library is not thread-safe, so one process-wide lock stands before
-// it. The subagent thread holds it except while it waits for something to
-// arrive; the library takes it for every call of its own. An application takes
-// it with this guard to change values, rows or the node registry in one piece
-// while the subagent runs:
+// The agent library is not thread-safe, so one process-wide lock protects it.
+// The subagent thread holds it except while it waits for something to arrive;
+// the library takes it for each of its own calls. An application takes it with
+// this guard to change values, rows or the node registry together while the
+// subagent runs:
 //
 //   {
 //     NetSNMPAgentGuard guard;
@@ -18,9 +18,9 @@
 //     table->AddRow(row);
 //   }
 //
-// The lock is recursive: a thread may nest guards. It is handed over in the
-// order of asking, so that a busy subagent keeps nobody waiting for longer than
-// it takes to serve what has already arrived.
+// The lock is recursive: a thread may nest guards. It is fair, so that nobody
+// waits for a busy subagent longer than it takes to serve what has already
+// arrived.
 //
 // Rules:
 // - Callbacks (of a value, of the connection, overrides called by the library)
@@ -28,10 +28,10 @@
 // - No SNMPSubAgent may be started, stopped, asked IsRunning() or destroyed
 //   under a guard: these wait for the subagent thread, which may be waiting for
 //   the lock.
-// - A thread that needs a mutex of the application too takes the guard first.
+// - A thread that also needs a mutex of the application takes the guard first.
 //   Building, registering and deleting nodes and firing traps take the guard by
-//   themselves: do none of it while holding a mutex that a callback takes.
-// - Hold it briefly: no manager is answered meanwhile.
+//   themselves: do none of it while you hold a mutex that a callback takes.
+// - Hold it briefly: no manager gets a response meanwhile.
 //
 // Threads: any. A guard is released by the thread that made it.
 class SNMPSUBAGENT_EXPORT NetSNMPAgentGuard {

@@ -8,10 +8,7 @@
 // 4 bytes. A SET of any other number is refused.
 class SNMPSUBAGENT_EXPORT NetSNMPBoolNodeData : public NetSNMPNodeData {
  public:
-  // `storage` is the application's variable, worked on in place; with
-  // `copyLocal` the value takes a copy of it and works on that. With
-  // `tableData` the value is a table cell and keeps no pointer to `storage`.
-  // `storage` and `owner` are borrowed and may be null.
+  // For the arguments see NetSNMPNodeData.
   NetSNMPBoolNodeData(bool* storage, eNodeAccessMode mode,
                       bool copyLocal = false, NetSNMPDataNode* owner = nullptr,
                       bool tableData = false);

@@ -4,18 +4,14 @@
 
 #include "NetSNMPNodeData.h"
 
-// A buffer of a fixed number of bytes: ASN_OCTET_STR of just that length.
+// A buffer of a fixed number of bytes: ASN_OCTET_STR of exactly that length.
 //
-// A manager's SET is accepted and leaves the buffer unchanged, because it goes
-// to the setter with a length, which this class does not override; derive and
-// override that one to take SETs. The application itself writes with the setter
-// without a length.
+// A manager's SET is accepted and leaves the buffer unchanged: it calls the
+// setter that takes a length, which a derived class may override. The
+// application writes with the setter that takes none.
 class SNMPSUBAGENT_EXPORT NetSNMPByteNodeData : public NetSNMPNodeData {
  public:
-  // `storage` is the application's buffer of `size` bytes, worked on in place;
-  // with `copyLocal` the value takes a copy of it and works on that. With
-  // `tableData` the value is a table cell and keeps no pointer to `storage`.
-  // `storage` and `owner` are borrowed and may be null.
+  // `size` is that of `storage`, in bytes; for the rest see NetSNMPNodeData.
   NetSNMPByteNodeData(unsigned char* storage, unsigned int size,
                       eNodeAccessMode mode, bool copyLocal = false,
                       NetSNMPDataNode* owner = nullptr, bool tableData = false);
@@ -36,8 +32,8 @@ class SNMPSUBAGENT_EXPORT NetSNMPByteNodeData : public NetSNMPNodeData {
   // changes nothing.
   virtual void NodeDataValue(const unsigned char* value, bool notify);
 
-  // Replaces the local data by a copy of dataSize_ bytes from `value`; a size
-  // of 0 leaves none, and a null `value` changes nothing.
+  // Replaces the local data by a copy of dataSize_ bytes from `value`, or by
+  // none if that is 0. A null `value` changes nothing.
   virtual void CopyLocalData(const unsigned char* value);
 
   // The current storage: an array of dataSize_ bytes, or null.
@@ -46,7 +42,7 @@ class SNMPSUBAGENT_EXPORT NetSNMPByteNodeData : public NetSNMPNodeData {
   unsigned int dataSize_;  // in bytes
 
  private:
-  // Cuts or zero-fills local data of `oldSize` bytes to dataSize_.
+  // Truncates or zero-fills local data of `oldSize` bytes to dataSize_.
   void ResizeLocalData(unsigned int oldSize);
 };
 

@@ -6,15 +6,12 @@
 
 // Text in a char array ended by a NUL: ASN_OCTET_STR of the text's length.
 //
-// The size of the application's array is not known here: a SET writes the whole
-// text, however long. Where a manager may write, use NetSNMPSizedCharNodeData,
-// which refuses what does not fit, or NetSNMPStringNodeData.
+// The size of the array is unknown: a SET writes the whole text, past the end
+// of the array too. Where a manager may write, use NetSNMPSizedCharNodeData or
+// NetSNMPStringNodeData.
 class SNMPSUBAGENT_EXPORT NetSNMPCharNodeData : public NetSNMPNodeData {
  public:
-  // `storage` is the application's variable, worked on in place; with
-  // `copyLocal` the value takes a copy of it and works on that. With
-  // `tableData` the value is a table cell and keeps no pointer to `storage`.
-  // `storage` and `owner` are borrowed and may be null.
+  // For the arguments see NetSNMPNodeData.
   NetSNMPCharNodeData(char* storage, eNodeAccessMode mode,
                       bool copyLocal = false, NetSNMPDataNode* owner = nullptr,
                       bool tableData = false);
@@ -26,9 +23,9 @@ class SNMPSUBAGENT_EXPORT NetSNMPCharNodeData : public NetSNMPNodeData {
   void CopyData(const NetSNMPNodeData& source) override;
 
   // Writes the local data if there is any, without notification; else the
-  // external storage, however small it is. Local data set to "" is given up. A
-  // value without any storage takes a local copy of a text that is not empty.
-  // A null `value` changes nothing.
+  // external storage, whatever its size. Local data set to "" is deleted. A
+  // value without storage makes a local copy of a text that is not empty. A
+  // null `value` changes nothing.
   void NodeDataValue(const char* value, bool notify) override;
   const unsigned char* NodeByteValue() const override;
   unsigned int NodeValueSize() const override;

@@ -18,18 +18,17 @@ struct netsnmp_request_info_s;
 
 // A scalar: one object instance with one value.
 //
-// The OID is that of the instance, with its closing 0. The node registers by
-// itself when it is built while the subagent is connected; else with
-// NetSNMPNode::RegisterMibs().
+// The OID is that of the instance, with its closing 0. The constructor
+// registers the node if the subagent is connected; otherwise
+// NetSNMPNode::RegisterMibs() does.
 //
-// A value set with notification, by SetNodeData() or a manager's SET, calls the
-// callback or fires the trap named; a node with a callback never fires its
+// SetNodeData() and a manager's SET call the callback or, without one, fire the
 // trap.
 //
 // A scalar that is deleted while the subagent is disconnected stays registered:
 // after the reconnection a GET or SET of it is answered with an error, until a
 // new node of the same name takes its place. Delete nodes while connected, or
-// after the subagent has been stopped for good.
+// after Stop().
 //
 // Threads: as NetSNMPNode. GetNodeData() and SetNodeData() take no lock; see
 // NetSNMPNodeData.
@@ -43,9 +42,8 @@ class SNMPSUBAGENT_EXPORT NetSNMPDataNode : public NetSNMPNode,
                   void (*trapCallback)(NetSNMPDataNode*),
                   const std::string& trapName);
 
-  // A node with an untyped value over `storage`, which is borrowed: `type` is
-  // only carried along, a manager reads NULL and cannot write. For objects with
-  // real values use the other constructor.
+  // A node with an untyped value, see NetSNMPNodeData; `storage` is borrowed.
+  // For real values use the other constructor.
   NetSNMPDataNode(unsigned long* oid, unsigned int oidLen,
                   const std::string& name, eNodeDataType type,
                   eNodeAccessMode access, void* storage,
@@ -56,9 +54,9 @@ class SNMPSUBAGENT_EXPORT NetSNMPDataNode : public NetSNMPNode,
   // value.
   ~NetSNMPDataNode() override;
 
-  // Registers the instance. Returns whether it is registered now; a node that
-  // is, is not an error. Fails for an OID that another node has registered, and
-  // for one of more than 128 sub-identifiers.
+  // Registers the instance; returns whether it is registered now, also if it
+  // was before. Fails for an OID that another node has registered, and for one
+  // of more than 128 sub-identifiers.
   bool RegisterNode() override;
   void UnregisterNode() override;
 
@@ -66,17 +64,16 @@ class SNMPSUBAGENT_EXPORT NetSNMPDataNode : public NetSNMPNode,
   // node.
   static NetSNMPNodeData* GetNodeData(const std::string& name);
 
-  // Set the value of the scalar of that name, with notification. They return
-  // `value` in any case, also when there is no such scalar or its value is of
-  // another type.
+  // Set the value of the scalar of that name, with notification. They always
+  // return `value`, also if there is no such scalar or it has another type.
   static std::string SetNodeData(const std::string& name,
                                  const std::string& value);
   static bool SetNodeData(const std::string& name, bool value);
   static unsigned int SetNodeData(const std::string& name, unsigned int value);
   static int SetNodeData(const std::string& name, int value);
 
-  // Fires the trap named trapName_ with this node's value, twice, and logs how
-  // the second went. Does nothing if there is no such trap.
+  // Fires the trap named trapName_ with this node's value, twice, and logs the
+  // result of the second. Does nothing if there is no such trap.
   void DataNodeTrapTrigger();
 
   NetSNMPNodeData* nodeData_;  // owned; may be null
@@ -84,9 +81,7 @@ class SNMPSUBAGENT_EXPORT NetSNMPDataNode : public NetSNMPNode,
   netsnmp_handler_registration_s* handlerRegistration_;
 
  private:
-  // Constructed under one guard, so that no other thread meets a half-built
-  // node in the registry, and from copies, since the originals may belong to
-  // the older node that this one destroys.
+  // Built under one guard; see NetSNMPNode.
   NetSNMPDataNode(const NetSNMPAgentGuard& guard, unsigned long* oid,
                   unsigned int oidLen, const std::string& name,
                   std::unique_ptr<NetSNMPNodeData> data,

@@ -16,15 +16,14 @@ struct netsnmp_mib_handler_s;
 struct netsnmp_request_info_s;
 struct netsnmp_table_data_set_s;
 
-// A table whose rows the agent library keeps, in a dataset: rows are copied in,
-// and managers may create rows by SET.
+// A table whose rows are copied into a dataset of the agent library. Managers
+// may create rows by SET.
 //
-// A row has one index and one column that is filled, column 2, which ends up
-// with the row's last value. A table with several columns of its own values is
-// a NetSNMPTableNode.
+// A row has one index and one column that is filled, column 2, with the row's
+// last value. For more columns use a NetSNMPTableNode.
 //
-// The registration is never withdrawn: it stays, empty, when the node is
-// deleted, until the connection to the master agent ends.
+// The registration is never withdrawn: the table stays, empty, after its node
+// is deleted, until the session ends.
 //
 // Threads: as NetSNMPNode. AddRow() takes the lock of NetSNMPAgentGuard.
 class SNMPSUBAGENT_EXPORT NetSNMPDataSetTableNode : public NetSNMPNode {
@@ -38,7 +37,7 @@ class SNMPSUBAGENT_EXPORT NetSNMPDataSetTableNode : public NetSNMPNode {
                           const NetSNMPNodeData& accessData,
                           const std::vector<NetSNMPNodeData*>& columns);
 
-  // Removes all rows; those that a SET is working on when it has ended.
+  // Removes all rows; those that a SET is using as soon as it has ended.
   ~NetSNMPDataSetTableNode() override;
 
   // Returns whether the node is registered now. Logs nothing.
@@ -50,18 +49,15 @@ class SNMPSUBAGENT_EXPORT NetSNMPDataSetTableNode : public NetSNMPNode {
 
   // Copies a row into the dataset: its first value is the index, its last one
   // column 2. Returns false if the node was never registered or the row is not
-  // valid. A row whose index is there already is not taken, and the result is
-  // true all the same.
+  // valid. A row whose index exists already is ignored, and the result is true.
   bool AddRow(const std::vector<NetSNMPNodeData*>& values);
 
-  netsnmp_table_data_set_s* dataset_;  // null until it was made
+  netsnmp_table_data_set_s* dataset_;  // null before the first registration
   NetSNMPNodeData accessData_;
   std::vector<NetSNMPNodeData*> columnTemplate_;  // owned
 
  private:
-  // Constructed under one guard, so that no other thread meets a half-built
-  // node in the registry, and from copies, since the originals may belong to
-  // the older node that this one destroys.
+  // Built under one guard; see NetSNMPNode.
   NetSNMPDataSetTableNode(const NetSNMPAgentGuard& guard, unsigned long* oid,
                           unsigned int oidLen, const std::string& name,
                           const NetSNMPNodeData& accessData,
@@ -76,9 +72,9 @@ class SNMPSUBAGENT_EXPORT NetSNMPDataSetTableNode : public NetSNMPNode {
   netsnmp_table_data_set_s* heldDataset_;  // registered; the agent library's
 };
 
-// The request handler of every dataset table: answers nothing, because the
-// agent library's dataset does. It notes when a SET begins, and refuses it
-// without memory for that (resourceUnavailable, RFC 3416). Returns 0.
+// The request handler of every dataset table. The agent library's dataset
+// serves the requests; this handler tracks SETs, and refuses one without memory
+// for that (resourceUnavailable, RFC 3416). Returns 0.
 SNMPSUBAGENT_EXPORT int var_dataset_table_handler(
     netsnmp_mib_handler_s* handler,
     netsnmp_handler_registration_s* registration,

@@ -7,10 +7,7 @@
 // A signed 32-bit integer: ASN_INTEGER (Integer32, RFC 2578), 4 bytes.
 class SNMPSUBAGENT_EXPORT NetSNMPIntNodeData : public NetSNMPNodeData {
  public:
-  // `storage` is the application's variable, worked on in place; with
-  // `copyLocal` the value takes a copy of it and works on that. With
-  // `tableData` the value is a table cell and keeps no pointer to `storage`.
-  // `storage` and `owner` are borrowed and may be null.
+  // For the arguments see NetSNMPNodeData.
   NetSNMPIntNodeData(int* storage, eNodeAccessMode mode, bool copyLocal = false,
                      NetSNMPDataNode* owner = nullptr, bool tableData = false);
   NetSNMPIntNodeData(const NetSNMPIntNodeData& source);

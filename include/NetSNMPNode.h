@@ -12,9 +12,8 @@ class ISNMPSubAgent;
 // A managed object: the base of scalars, tables and notifications.
 //
 // A node has an OID and a name. Its name is its key in the process-wide
-// registry nodeMap_, by which requests, traps and the static operations find
-// it. The library never makes the registry: the application does, once, before
-// it builds nodes:
+// registry nodeMap_, where requests, traps and the static operations find it.
+// The application creates the registry, once, before it builds nodes:
 //
 //   NetSNMPNode::nodeMap_ = new std::map<std::string, NetSNMPNode*>;
 //
@@ -22,17 +21,21 @@ class ISNMPSubAgent;
 // never served.
 //
 // Ownership: the registry owns its nodes, which therefore come from `new`.
-// DeleteNodes() deletes them; so does a newer node of the same name, at once. A
-// node that the application deletes leaves the registry by itself. A node
-// outside the registry belongs to whoever made it.
+// DeleteNodes() deletes them; a newer node of the same name does, too, at once.
+// A node that the application deletes leaves the registry. A node outside the
+// registry belongs to whoever created it.
 //
 // Threads: nodes may be built, registered and deleted on any thread, also in a
-// callback; they take the lock of NetSNMPAgentGuard meanwhile. A registration
-// that a request just served names, or that waits for the master agent's
-// answer, is withdrawn after that, and the one of a new node for its OID made
-// then. A callback must not replace a node of a class derived by the
-// application while its constructor waits. Reading or changing nodeMap_ by
-// other means while the subagent runs needs a guard.
+// callback. Each constructor does all of its work under one NetSNMPAgentGuard,
+// so that no other thread finds a half-built node, and on copies of its
+// arguments, since the originals may belong to the older node that it destroys.
+// Other accesses to nodeMap_ while the subagent runs need a guard.
+//
+// If a node is deleted while a request that addresses it is being served, or
+// while its registration awaits the master agent's response, it is withdrawn as
+// soon as that is over; a new node for the same OID is registered right after.
+// A callback must not replace a node of an application-defined class while its
+// constructor waits.
 class SNMPSUBAGENT_EXPORT NetSNMPNode {
  public:
   // `oidLen` is in sub-identifiers; the OID is copied. An older node of this
@@ -49,9 +52,9 @@ class SNMPSUBAGENT_EXPORT NetSNMPNode {
   // Logs "SNMP: Node = " + name + "; " + `message` through NodeMsgLogger_.
   virtual void NodeLogMessage(const std::string& message) const;
 
-  // Makes the node known to the agent library and so to the master agent, if
+  // Registers the node with the agent library, and so with the master agent, if
   // the subagent is connected. Returns whether the node is registered now. The
-  // base class has nothing to register: false.
+  // base class has nothing to register and returns false.
   virtual bool RegisterNode();
 
   // Withdraws what RegisterNode() did. The base class does nothing.
@@ -65,16 +68,15 @@ class SNMPSUBAGENT_EXPORT NetSNMPNode {
 
   virtual std::string NodeName() const;
 
-  // Copies the OID and enters the node into the registry; part of construction.
-  // A newer node of a name wins: the older one is destroyed.
+  // Copies the OID and enters the node into the registry, where it destroys an
+  // older node of its name. Part of construction.
   virtual void Initialize(unsigned long* oid, unsigned int oidLen);
 
-  // Makes a copy of the OID the node's own, without releasing an earlier one.
-  // Returns `oidLen`; 0, with nothing done, when there is nothing to copy.
+  // Sets nodeOID_ to a copy, without releasing an earlier one. Returns
+  // `oidLen`; if that is 0, nothing happens.
   unsigned int CopyOID(unsigned long* oid, unsigned int oidLen);
 
-  // Copies `srcLen` sub-identifiers, if there are any and `dstLen` is enough;
-  // else leaves `dst` alone.
+  // Copies `srcLen` sub-identifiers, if `dstLen` is enough.
   static void CopyOID(unsigned long* src, unsigned int srcLen,
                       unsigned long* dst, unsigned int dstLen);
 
@@ -94,10 +96,10 @@ class SNMPSUBAGENT_EXPORT NetSNMPNode {
   unsigned long* nodeOID_;   // owned; null when empty
   unsigned int nodeOIDLen_;  // in sub-identifiers
   std::string nodeName_;
-  bool registered_;  // known to the agent library
+  bool registered_;  // with the agent library
   bool mapped_;      // the registry's entry for its name
 
-  // The registry, made by the application; null at load.
+  // The registry, created by the application; null at load.
   static std::map<std::string, NetSNMPNode*>* nodeMap_;
   // The subagent that nodes ask whether it is connected; null at load, set by
   // the subagent's initialisation. Borrowed.
@@ -109,11 +111,11 @@ class SNMPSUBAGENT_EXPORT NetSNMPNode {
   static unsigned int NodeMsgLogType_;
 
  protected:
-  // Whether there is a living subagent and its session is up.
+  // Whether there is a live subagent and its session is up.
   // Requires: the lock of NetSNMPAgentGuard.
   static bool SubAgentConnected();
 
-  // Removes the node's entry, if it is the registry's entry for its name.
+  // Removes the node's entry from the registry, if it is the one for its name.
   void LeaveRegistry();
 };
 

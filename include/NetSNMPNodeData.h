@@ -9,8 +9,8 @@
 
 class NetSNMPDataNode;
 
-// The type of a value and of the storage it points at. Any other number is
-// carried along and treated as a type without a value.
+// The type of a value and of its storage. Any other number is a type without a
+// value.
 enum eNodeDataType : int {
   eNodeDataVoid = 0,         // no storage; NetSNMPNodeData itself
   eNodeDataInt = 1,          // int
@@ -31,29 +31,31 @@ enum eNodeAccessMode : int {
 
 // A value that a scalar, a table cell, a table index or a notification carries.
 //
-// The six typed classes (NetSNMPIntNodeData and its siblings) hold real values.
-// This base class, instantiated itself, is an untyped value: a manager sees it
-// as NULL and writes to it are ignored. Tables take one to learn their access
-// mode.
+// The typed classes (NetSNMPIntNodeData and its siblings) hold real values. An
+// object of this base class is an untyped value: a manager sees it as NULL, and
+// writes to it are ignored. Tables take one for its access mode.
 //
-// Storage: a value works in place on the application's own variable (external
-// storage) or on a copy that it owns (local data), which wins when both exist.
-// External storage must outlive the value and all its clones.
+// Storage: a value is bound to a variable of the application (external storage)
+// or owns a copy (local data), which wins when both exist. External storage
+// must outlive the value and all its clones.
 //
-// Ownership: whoever holds the pointer owns the value. Nodes, rows and tables
-// keep clones; the caller keeps what it passed in.
+// Constructors of the typed classes: the value is bound to `storage`, or copies
+// it if `copyLocal`. A table cell (`tableData`) keeps no pointer to `storage`.
+// `storage` and `owner` are borrowed and may be null.
+//
+// Ownership: nodes, rows and tables keep clones; the caller keeps what it
+// passed in.
 //
 // Threads: no lock. While a subagent runs, an application that reads or writes
-// a served value outside a callback holds a NetSNMPAgentGuard meanwhile.
+// a served value outside a callback holds a NetSNMPAgentGuard.
 class SNMPSUBAGENT_EXPORT NetSNMPNodeData {
  public:
-  // An untyped value: `type` is only carried along. `storage` and `owner` are
-  // borrowed and may be null.
+  // An untyped value: `type` is stored and not used.
   NetSNMPNodeData(eNodeDataType type, eNodeAccessMode mode, void* storage,
                   NetSNMPDataNode* owner);
 
-  // A copy works on the same external storage as `source`, or on its own copy
-  // of the local data. What CopyData() says holds.
+  // A copy is bound to the same external storage as `source`, or has its own
+  // copy of the local data; see CopyData().
   NetSNMPNodeData(const NetSNMPNodeData& source);
 
   // Values are never assigned: an owner would silently change.
@@ -64,23 +66,22 @@ class SNMPSUBAGENT_EXPORT NetSNMPNodeData {
 
   virtual ~NetSNMPNodeData();
 
-  // Takes over type, access mode, owner, flags and storage of `source`. Local
-  // data is copied between values of one class only; local data held already
-  // stays when `source` has none, and is what the value then still reads.
+  // Copies type, access mode, owner, flags and storage of `source`. Local data
+  // is copied between values of one class only. If `source` has none, this
+  // value keeps its own, and goes on reading it.
   virtual void CopyData(const NetSNMPNodeData& source);
 
-  // Setters. Each class overrides the one of its own type, which writes and
-  // logs always, whether or not the value changed; all others do nothing. With
-  // `notify` the value tells its owner: see OnSetNodeValue(). Integers always
-  // honour `notify`, the other types only when they write external storage.
+  // Setters. Each class overrides that of its own type, which writes and logs,
+  // whether or not the value changed; all others do nothing. With `notify` they
+  // call OnSetNodeValue(): integers always, the other types only when they
+  // write external storage.
   virtual void NodeDataValue(int value, bool notify);
   virtual void NodeDataValue(unsigned int value, bool notify);
   virtual void NodeDataValue(bool value, bool notify);
   virtual void NodeDataValue(const std::string& value, bool notify);
   virtual void NodeDataValue(const char* value, bool notify);
-  // A committed SET of a byte buffer arrives here. No class of the library
-  // overrides it, so a manager cannot change a byte buffer; an application's
-  // subclass may. `size` is the length of `value` in bytes.
+  // Called by the COMMIT of a byte buffer; `size` is in bytes. No class of the
+  // library overrides it, so a manager cannot change a byte buffer.
   virtual void NodeDataValue(const unsigned char* value, unsigned int size,
                              bool notify);
 
@@ -94,12 +95,12 @@ class SNMPSUBAGENT_EXPORT NetSNMPNodeData {
   // ASN.1 type of the varbind (RFC 2578): ASN_NULL for an untyped value.
   virtual unsigned char NodeASNDataType() const;
 
-  // Gives up local data; the value then reads its external storage, if any.
+  // Deletes local data; the value then reads its external storage, if any.
   virtual void DeleteLocalData();
 
-  // Tells the owner that the value was set: its callback is called, or, for a
-  // table cell or an owner without callback, its trap is fired. Nothing happens
-  // without owner or while notifyEnabled_ is false.
+  // Calls the owner's callback. For a table cell, or an owner without callback,
+  // it fires the owner's trap instead. Nothing happens without an owner or
+  // while notifyEnabled_ is false.
   virtual void OnSetNodeValue() const;
 
   // Logs "Node Data = " + text of the value + "; " + `message` on the owner;
@@ -110,7 +111,7 @@ class SNMPSUBAGENT_EXPORT NetSNMPNodeData {
   void* NodeDataValue() const;
 
   // ASN.1 type of a table index: ASN_INTEGER for an int, ASN_UNSIGNED for an
-  // unsigned int, else 0: other types cannot serve as index.
+  // unsigned int, 0 for the other types, which cannot be an index.
   unsigned char NodeIndexASNDataType() const;
 
   // Handler modes of the agent library for accessMode_ (HANDLER_CAN_...).
@@ -120,13 +121,11 @@ class SNMPSUBAGENT_EXPORT NetSNMPNodeData {
   bool NodeWritable() const;
 
   // The value as text for log lines: numbers in decimal, "true" or "false",
-  // text as it is, bytes as lower-case hexadecimal digits, "void" for type 0,
-  // "" without storage. An unsigned int shows the address of its storage, not
-  // the number.
+  // text, bytes as lower-case hexadecimal digits, "void" for type 0, "" without
+  // storage. An unsigned int shows the address of its storage, not the number.
   std::string NodeDataToString() const;
 
-  // Deletes all elements, last to first, and empties the vector; null elements
-  // are only removed.
+  // Deletes all elements, last to first, and empties the vector.
   static void DestroyDataVector(std::vector<NetSNMPNodeData*>& values);
 
   // Appends a clone of `value`.
@@ -158,12 +157,12 @@ class SNMPSUBAGENT_EXPORT NetSNMPNodeData {
   bool notifyEnabled_;          // true unless the application clears it
 
  protected:
-  // The current storage, but null when a copy from a value of another class
-  // left the value with storage of a type that is not the class's own.
+  // The current storage; null if CopyData() from another class left storage of
+  // another type than `ownType`.
   void* StorageOf(eNodeDataType ownType) const;
 
-  // Ends a setter: notifies if asked to and logs. The owner, and this value
-  // with it, may be gone afterwards: a callback may delete its node.
+  // The end of each setter: notifies if `notify`, and logs. A callback may
+  // delete its node, so the owner and this value may be gone afterwards.
   void ValueSet(bool notify) const;
 };
 

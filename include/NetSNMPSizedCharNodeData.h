@@ -6,17 +6,15 @@
 
 #include "NetSNMPCharNodeData.h"
 
-// Text in a char array whose size is known: no text that does not fit in with
-// its NUL is ever written.
-//
-// Type code, wire form and storage are those of NetSNMPCharNodeData. A SET of a
-// text that is too long is refused with wrongLength (RFC 3416), also where the
-// value holds a copy. What counts is the text up to its first NUL.
+// Text in a char array of a known size. A SET of a text that does not fit with
+// its NUL is refused with wrongLength (RFC 3416), also if the value has a local
+// copy. Only the text up to its first NUL counts. Type code, encoding and
+// storage are those of NetSNMPCharNodeData.
 class SNMPSUBAGENT_EXPORT NetSNMPSizedCharNodeData
     : public NetSNMPCharNodeData {
  public:
-  // `size` is that of `storage` in bytes, the closing NUL included; the rest is
-  // as with NetSNMPCharNodeData. For an array, `size` is its sizeof.
+  // `size` is the sizeof of `storage`, the closing NUL included; for the rest
+  // see NetSNMPNodeData.
   NetSNMPSizedCharNodeData(char* storage, unsigned int size,
                            eNodeAccessMode mode, bool copyLocal = false,
                            NetSNMPDataNode* owner = nullptr,
@@ -26,14 +24,14 @@ class SNMPSUBAGENT_EXPORT NetSNMPSizedCharNodeData
 
   NetSNMPNodeData* Clone() const override;
 
-  // Takes over the size as well. From a value of another class, whose storage
-  // has an unknown size, it takes the size 0: nothing fits any more.
+  // Copies the size as well. The size of another class's storage is unknown and
+  // becomes 0: nothing fits any more.
   void CopyData(const NetSNMPNodeData& source) override;
 
   using NetSNMPCharNodeData::NodeDataValue;
 
-  // As with NetSNMPCharNodeData, but a `value` that does not fit changes
-  // nothing, notifies nobody and is logged on the owner.
+  // Unlike in NetSNMPCharNodeData, a `value` that does not fit changes nothing,
+  // does not notify and is logged on the owner.
   void NodeDataValue(const char* value, bool notify) override;
 
   // The same: a `value` that does not fit changes nothing.

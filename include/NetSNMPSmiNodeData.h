@@ -8,10 +8,8 @@
 #include "NetSNMPUnsignedIntNodeData.h"
 
 // A value of the class `Value` that managers see as `asnType`, another type of
-// SMIv2 (RFC 2578) than the class's own. Constructors, storage and setters are
-// those of `Value`; its bytes are sent as they are.
-//
-// A manager's SET is as for `Value`: the type that it sends is not compared.
+// SMIv2 (RFC 2578) than the class's own. Constructors, storage, setters and the
+// handling of a SET are those of `Value`; its bytes are sent unchanged.
 template <class Value, unsigned char asnType>
 class NetSNMPSmiNodeData : public Value {
  public:
@@ -45,8 +43,8 @@ using NetSNMPCounter64NodeData = NetSNMPSmiNodeData<NetSNMPByteNodeData, 0x46>;
 // Opaque, over the bytes of a `std::string`.
 using NetSNMPOpaqueNodeData = NetSNMPSmiNodeData<NetSNMPStringNodeData, 0x44>;
 
-// A cell that a row of a table does not have: a GET answers noSuchInstance
-// (RFC 3416), a GETNEXT passes it over. Without storage.
+// A cell that a row of a table does not have: a GET is answered with
+// noSuchInstance (RFC 3416), a GETNEXT skips it. Without storage.
 using NetSNMPAbsentNodeData = NetSNMPSmiNodeData<NetSNMPNodeData, 0x81>;
 
 #endif  // SNMPSUBAGENT_NETSNMPSMINODEDATA_H_

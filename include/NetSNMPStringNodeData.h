@@ -6,14 +6,11 @@
 
 #include "NetSNMPNodeData.h"
 
-// Text in a std::string: ASN_OCTET_STR, of any length. A manager's SET ends at
-// its first NUL byte; the application's own text may hold any bytes.
+// Text in a std::string: ASN_OCTET_STR, of any length. The text of a SET ends
+// at its first NUL; the application may store any bytes.
 class SNMPSUBAGENT_EXPORT NetSNMPStringNodeData : public NetSNMPNodeData {
  public:
-  // `storage` is the application's variable, worked on in place; with
-  // `copyLocal` the value takes a copy of it and works on that. With
-  // `tableData` the value is a table cell and keeps no pointer to `storage`.
-  // `storage` and `owner` are borrowed and may be null.
+  // For the arguments see NetSNMPNodeData.
   NetSNMPStringNodeData(std::string* storage, eNodeAccessMode mode,
                         bool copyLocal = false,
                         NetSNMPDataNode* owner = nullptr,

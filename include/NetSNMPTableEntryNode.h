@@ -18,34 +18,32 @@ class RowSelection;
 struct netsnmp_iterator_info_s;
 struct variable_list;
 
-// The rows of one iterator table, each filed under its row key.
+// The rows of one iterator table, each stored under its row key.
 //
 // The key is the row-name prefix and then, for every integer index value in the
 // order given, "." and the number: prefix "portEntry" with the indexes 3 and 7
-// gives "portEntry.3.7". Rows are walked in the byte order of their keys, so
-// "portEntry.10" comes before "portEntry.2"; a manager nevertheless sees them
-// in the order of their indexes.
+// gives "portEntry.3.7". GetFirstRow() and GetNextRow() walk in the byte order
+// of the keys, so "portEntry.10" comes before "portEntry.2"; a manager sees the
+// rows in the order of their indexes.
 //
 // A row is a vector of values, index values (isIndex_ set) and data values, in
-// any order; NetSNMPTableRow says which column each one is.
-//
-// While a cell is served, a scalar node of the row key's name stands in the
-// registry for a moment and displaces any node of that name: choose prefixes
-// that give no key which is the name of a node.
+// any order; NetSNMPTableRow says which column each one is. While a cell is
+// served, a scalar named like the row key may be in the registry, where it
+// destroys any other node of that name: choose another prefix.
 //
 // Ownership: rows and the index template are clones; the caller keeps what it
-// passed in. A row handed out stays the store's and is valid until it is
-// replaced or removed.
+// passed in. A row that the store returns stays the store's and is valid until
+// it is replaced or removed.
 //
 // Speed: a request costs about the same however many rows there are. Rows whose
-// index values work on variables of the application, and rows handed out by
-// GetRow(), GetFirstRow() or GetNextRow(), are looked at for every request: add
-// a row anew to have it found by its index again. Rows with index values that
-// are no integers make every request walk all rows.
+// index values are bound to variables, and rows returned by GetRow(),
+// GetFirstRow() or GetNextRow(), may change, so every request compares them;
+// add a row again to have it found by its index. Index values that are no
+// integers make every request walk all rows.
 //
 // Threads: requests walk the rows on the subagent thread; an application that
-// changes rows elsewhere holds a NetSNMPAgentGuard meanwhile. The store has one
-// cursor, so one walk at a time.
+// changes rows elsewhere holds a NetSNMPAgentGuard. The store has one cursor,
+// so one walk at a time.
 class SNMPSUBAGENT_EXPORT NetSNMPTableEntryNode : public NetSNMPNode {
  public:
   // `oid` is that of the table's entry object, `oidLen` its length in
@@ -61,7 +59,7 @@ class SNMPSUBAGENT_EXPORT NetSNMPTableEntryNode : public NetSNMPNode {
   // Deletes all rows and detaches itself from its table.
   ~NetSNMPTableEntryNode() override;
 
-  // The table registers, not its store: returns whether the node is the
+  // The table registers, not its store. Returns whether the node is the
   // registry's entry for its name.
   bool RegisterNode() override;
 
@@ -70,13 +68,14 @@ class SNMPSUBAGENT_EXPORT NetSNMPTableEntryNode : public NetSNMPNode {
   int GetRowName(const std::vector<NetSNMPNodeData*>& values,
                  std::string& rowName) const;
 
-  // Files clones of `values` under their row key, replacing a row already
-  // there. Returns false, with the store unchanged, when the number of integer
-  // index values is not that of the index template; nothing else is checked.
+  // Stores clones of `values` under their row key, replacing a row already
+  // there. Returns false, with the store unchanged, if the number of integer
+  // index values is not that of the index template; nothing else is checked. A
+  // null element has no column: those behind it move up by one.
   bool AddRow(const std::vector<NetSNMPNodeData*>& values);
 
-  // Deletes the row of that key; returns false if there is none. The cursor, if
-  // it stood there, is past the last row then.
+  // Deletes the row of that key; returns false if there is none. A cursor on
+  // that row moves past the last one.
   bool RemoveRow(const std::string& rowName);
 
   // The row of that key, or null.
@@ -85,14 +84,13 @@ class SNMPSUBAGENT_EXPORT NetSNMPTableEntryNode : public NetSNMPNode {
   // Moves the cursor to the first row; returns it, or null if there are none.
   std::vector<NetSNMPNodeData*>* GetFirstRow();
 
-  // Moves the cursor on; returns the row there, or null past the last one, also
-  // when called again there.
+  // Advances the cursor; returns the row there, or null past the last one.
   std::vector<NetSNMPNodeData*>* GetNextRow();
 
   std::string rowNamePrefix_;
   unsigned int columnCount_;
-  // Owned. To be changed by AddRow() and RemoveRow() alone; other changes are
-  // noticed when the number of rows or a row that was chosen has changed.
+  // Owned. Change it with AddRow() and RemoveRow() only; other changes are
+  // noticed if they change the number of rows or the row that a request finds.
   std::map<std::string, std::vector<NetSNMPNodeData*>*> rows_;
   std::map<std::string, std::vector<NetSNMPNodeData*>*>::iterator rowCursor_;
   NetSNMPTableNode* tableNode_;                  // borrowed; may be null
@@ -109,9 +107,7 @@ class SNMPSUBAGENT_EXPORT NetSNMPTableEntryNode : public NetSNMPNode {
                                                   netsnmp_iterator_info_s*);
   friend class ServedRow;
 
-  // Constructed under one guard, so that no other thread meets a half-built
-  // node in the registry, and from copies, since the originals may belong to
-  // the older node that this one destroys.
+  // Built under one guard; see NetSNMPNode.
   NetSNMPTableEntryNode(const NetSNMPAgentGuard& guard, unsigned long* oid,
                         unsigned int oidLen, const std::string& name,
                         const std::string& rowNamePrefix,

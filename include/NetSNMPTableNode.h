@@ -28,13 +28,13 @@ struct variable_list;
 // accessible.
 //
 // A SET of a cell works on a copy of the row: the row in the store keeps its
-// old value. The application learns of the new one through a cell whose value
-// points at a variable of its own, or through the trap; to show a new value it
-// stores the row again with AddRow(). The callback is not called for cells.
+// values. Bind the cell to a variable to learn of the new value, or name a
+// trap; to show it, store the row again with AddRow(). The callback is not
+// called.
 //
-// A table that was unregistered and is registered again does not register its
-// iterator again, so managers no longer see it: after a reconnection use
-// NetSNMPNode::RegisterMibs(), not ReregisterMibs().
+// The iterator is registered only once: after UnregisterNode() managers do not
+// see the table any more. After a reconnection use NetSNMPNode::RegisterMibs(),
+// not ReregisterMibs().
 //
 // Threads: as NetSNMPNode; rows as NetSNMPTableEntryNode.
 class SNMPSUBAGENT_EXPORT NetSNMPTableNode : public NetSNMPNode,
@@ -51,8 +51,8 @@ class SNMPSUBAGENT_EXPORT NetSNMPTableNode : public NetSNMPNode,
   // Withdraws the table. The store is not deleted.
   ~NetSNMPTableNode() override;
 
-  // Returns whether the node is registered now. Without a store the node counts
-  // as registered and is yet invisible to managers.
+  // Returns whether the node is registered now. Without a store it is, but
+  // managers do not see it.
   bool RegisterNode() override;
   void UnregisterNode() override;
 
@@ -60,12 +60,12 @@ class SNMPSUBAGENT_EXPORT NetSNMPTableNode : public NetSNMPNode,
   // attached.
   void RegisterEntryNode();
 
-  // Attaches a store, which is borrowed, and registers the iterator. The first
-  // one stays: a further call does nothing.
+  // Attaches a store, which is borrowed, and registers the iterator. Only the
+  // first call has an effect.
   void TableEntryNode(NetSNMPTableEntryNode* entry);
 
-  // As the operations of the store; without one they return false, false, null
-  // and 0 and change nothing.
+  // The operations of the store; without one they return false, false, null and
+  // 0 and change nothing.
   bool AddRow(const std::vector<NetSNMPNodeData*>& values);
   bool RemoveRow(const std::string& rowName);
   std::vector<NetSNMPNodeData*>* GetRow(const std::string& rowName);
@@ -77,14 +77,12 @@ class SNMPSUBAGENT_EXPORT NetSNMPTableNode : public NetSNMPNode,
   netsnmp_handler_registration_s* handlerRegistration_;
   netsnmp_iterator_info_s* iteratorInfo_;  // owned
   NetSNMPTableEntryNode* entryNode_;       // borrowed
-  bool iteratorRegistered_;                // once true, true for ever
+  bool iteratorRegistered_;                // never false again
 
  private:
   friend class NetSNMPTableEntryNode;
 
-  // Constructed under one guard, so that no other thread meets a half-built
-  // node in the registry, and from copies, since the originals may belong to
-  // the older node that this one destroys.
+  // Built under one guard; see NetSNMPNode.
   NetSNMPTableNode(const NetSNMPAgentGuard& guard, unsigned long* oid,
                    unsigned int oidLen, const std::string& name,
                    const NetSNMPNodeData& accessData,
@@ -97,9 +95,9 @@ class SNMPSUBAGENT_EXPORT NetSNMPTableNode : public NetSNMPNode,
   // Releases a registration that the agent library does not hold.
   void ForgetRegistration();
 
-  // The registration that the agent library holds. Other than
-  // handlerRegistration_, it is known until it is withdrawn: one left behind
-  // while disconnected comes back with the connection.
+  // The registration that the agent library has. Unlike handlerRegistration_,
+  // it is set until it is withdrawn: one left behind while disconnected comes
+  // back with the connection.
   netsnmp_handler_registration_s* heldRegistration_;
 };
 
@@ -112,7 +110,7 @@ SNMPSUBAGENT_EXPORT int var_table_handler(
     netsnmp_request_info_s* requests);
 
 // The iterator's hooks: write the indexes of the first or next row into
-// `indexData` and return it, or null when there is no row. The loop context is
+// `indexData` and return it, or null if there is no row. The loop context is
 // the store, the data context the stored row.
 SNMPSUBAGENT_EXPORT variable_list* table_get_first_data_point(
     void** loopContext, void** dataContext, variable_list* indexData,

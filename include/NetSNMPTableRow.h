@@ -8,15 +8,11 @@
 #include "NetSNMPNodeData.h"
 #include "SnmpSubAgentExport.h"
 
-// The working form of one row of an iterator table: its values split into index
-// values and data values, and all of them again as the full row in column
-// order.
+// One row of an iterator table, split into index values (isIndex_ set) and data
+// values, and again as the full row, whose columns count from 1, index values
+// first.
 //
-// Whether a value is an index is its isIndex_ flag. Columns are counted from 1
-// along the full row, index values first.
-//
-// Ownership: the row holds clones and deletes them; the caller keeps what it
-// passed in, unchanged.
+// Ownership: the row owns clones; the caller keeps what it passed in.
 //
 // Threads: one row, one thread.
 class SNMPSUBAGENT_EXPORT NetSNMPTableRow {
@@ -29,13 +25,13 @@ class SNMPSUBAGENT_EXPORT NetSNMPTableRow {
   NetSNMPTableRow& operator=(const NetSNMPTableRow&) = delete;
 
   // Adds a clone of `value` behind the index values. The full row is stale
-  // until the next RebuildTableRow(), which `rebuild` makes at once.
+  // until RebuildTableRow(), which `rebuild` calls at once.
   void AddIndex(const NetSNMPNodeData& value, bool rebuild);
 
   // Adds a clone of `value` behind the data values; `rebuild` as above.
   void AppendData(const NetSNMPNodeData& value, bool rebuild);
 
-  // Makes the full row anew and numbers the columns.
+  // Rebuilds the full row and numbers the columns.
   void RebuildTableRow();
 
   // Deletes all values.
@@ -45,8 +41,8 @@ class SNMPSUBAGENT_EXPORT NetSNMPTableRow {
   // there are none.
   NetSNMPNodeData* GetFirstIndex();
 
-  // Moves the index cursor on; returns the value there, or null past the last
-  // one, also when called again there.
+  // Advances the index cursor; returns the value there, or null past the last
+  // one.
   NetSNMPNodeData* GetNextIndex();
 
   int IndexCount() const;

@@ -12,16 +12,15 @@ class NetSNMPAgentGuard;
 class NetSNMPDataNode;
 struct variable_list;
 
-// An SNMPv2 notification (RFC 3416). The node's OID identifies it: the master
-// agent sends it on as the value of snmpTrapOID.0, with the OIDs and current
-// values of data nodes behind it.
+// An SNMPv2 notification (RFC 3416): snmpTrapOID.0 with the node's OID as its
+// value, then the OIDs and current values of data nodes.
 //
-// Fire it with one node by TriggerV2Trap(node), or collect several with
-// AddDataObject() and fire them with TriggerV2Trap(). A scalar that names this
+// Fire it for one node with TriggerV2Trap(node), or collect several with
+// AddDataObject() and fire it with TriggerV2Trap(). A scalar that names this
 // node as its trap fires it whenever its value is set.
 //
-// Threads: firing takes the lock of NetSNMPAgentGuard. Collecting does not:
-// hold a guard from the first AddDataObject() to TriggerV2Trap() if two threads
+// Threads: firing takes the lock of NetSNMPAgentGuard, collecting does not.
+// Hold a guard from the first AddDataObject() to TriggerV2Trap() if two threads
 // may use one trap node.
 class SNMPSUBAGENT_EXPORT NetSNMPTrapNode : public NetSNMPNode {
  public:
@@ -30,22 +29,21 @@ class SNMPSUBAGENT_EXPORT NetSNMPTrapNode : public NetSNMPNode {
   NetSNMPTrapNode(unsigned long* oid, unsigned int oidLen,
                   const std::string& name);
 
-  // Data nodes collected are not touched.
+  // Does not touch the nodes collected.
   ~NetSNMPTrapNode() override;
 
   // A notification needs no registration: returns whether the node is the
   // registry's entry for its name.
   bool RegisterNode() override;
 
-  // Collects `node` for the next TriggerV2Trap(); always true. The node is
-  // borrowed and must live until then.
+  // Collects `node`, which is borrowed, for the next TriggerV2Trap(). Returns
+  // true.
   virtual bool AddDataObject(NetSNMPDataNode* node);
 
-  // Sends the notification with the nodes collected, in their order. Returns
-  // false, with nothing sent, if the subagent is not connected, nothing was
-  // collected, or a node has no value. The collection is empty afterwards in
-  // any case. Returns true when the notification was handed to the agent
-  // library; whether it arrives is not known (RFC 3416, unconfirmed).
+  // Sends the notification with the nodes collected, in their order, and
+  // empties the collection. Returns false, with nothing sent, if the subagent
+  // is not connected, nothing was collected, or a node has no value. True means
+  // that the agent library has it; an SNMPv2 trap is unconfirmed (RFC 3416).
   virtual bool TriggerV2Trap();
 
   // The same with `node` alone; nodes collected are dropped unsent.
@@ -59,13 +57,11 @@ class SNMPSUBAGENT_EXPORT NetSNMPTrapNode : public NetSNMPNode {
   int DataVariableCount() const;
 
   std::vector<NetSNMPDataNode*> dataObjects_;  // borrowed
-  // Owned. The first variable is snmpTrapOID.0; behind it stand those of the
-  // last notification built.
+  // Owned: snmpTrapOID.0, then the variables of the last notification built.
   variable_list* trapVarList_;
 
  private:
-  // Constructed under one guard, so that no other thread meets a half-built
-  // node in the registry.
+  // Built under one guard; see NetSNMPNode.
   NetSNMPTrapNode(const NetSNMPAgentGuard& guard, unsigned long* oid,
                   unsigned int oidLen, const std::string& name);
 };

@@ -8,9 +8,9 @@
 
 class NetSNMPDataNode;
 
-// What happens when a value of a node is set with notification: the
-// application's callback is called or, without one, the named trap is fired.
-// The second base of scalars and iterator tables.
+// What happens when a value of a node is set with notification: its callback is
+// called or, without one, the named trap is fired. The second base of scalars
+// and iterator tables.
 class SNMPSUBAGENT_EXPORT NetSNMPTrapTrigger {
  public:
   // `trapCallback` may be null. `trapName` is the name of a NetSNMPTrapNode,
@@ -22,9 +22,10 @@ class SNMPSUBAGENT_EXPORT NetSNMPTrapTrigger {
   NetSNMPTrapTrigger(const NetSNMPTrapTrigger&) = delete;
   NetSNMPTrapTrigger& operator=(const NetSNMPTrapTrigger&) = delete;
 
-  // Runs on the thread that sets the value: the subagent thread for a
-  // manager's SET. Must not throw: what it throws during a SET is logged and
-  // answered with genErr.
+  // Runs on the thread that sets the value: the subagent thread for a manager's
+  // SET. Should not throw. An exception during a SET is logged on the node and
+  // fails its COMMIT with genErr; the value stays written, and over AgentX the
+  // manager already has its response.
   void (*trapCallback_)(NetSNMPDataNode*);
   std::string trapName_;
 };

@@ -7,10 +7,7 @@
 // An unsigned 32-bit integer: ASN_UNSIGNED (Unsigned32, RFC 2578), 4 bytes.
 class SNMPSUBAGENT_EXPORT NetSNMPUnsignedIntNodeData : public NetSNMPNodeData {
  public:
-  // `storage` is the application's variable, worked on in place; with
-  // `copyLocal` the value takes a copy of it and works on that. With
-  // `tableData` the value is a table cell and keeps no pointer to `storage`.
-  // `storage` and `owner` are borrowed and may be null.
+  // For the arguments see NetSNMPNodeData.
   NetSNMPUnsignedIntNodeData(unsigned int* storage, eNodeAccessMode mode,
                              bool copyLocal = false,
                              NetSNMPDataNode* owner = nullptr,

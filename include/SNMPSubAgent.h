@@ -75,7 +75,7 @@ class SNMPSUBAGENT_EXPORT SNMPSubAgent : public ISNMPSubAgent,
   int Start() override;
 
   // Interrupts the subagent thread and waits until it has ended; returns 0. No
-  // receiver is told. An idle thread ends at once, or within 5 seconds if the
+  // receiver is called. An idle thread ends at once, or within 5 seconds if the
   // process has run out of descriptors; one that waits for the master agent
   // ends after that, see SetReplyTimeout(). Requires: the thread has
   // initialised (wait for a connection event, or for a moment after Start()); a
@@ -86,16 +86,16 @@ class SNMPSUBAGENT_EXPORT SNMPSubAgent : public ISNMPSubAgent,
   // Whether there is a subagent thread, also one that Stop() has ended.
   bool IsRunning() const override;
 
-  // How long a request of this process waits for the master agent's answer and
-  // how often it is sent again before the session is given up; 1 second and 5
+  // How long a request of this process waits for the master agent's response
+  // and how often it is sent again before the session is closed; 1 second and 5
   // times, which makes 6 seconds, unless set. While a request waits, so does
   // everything else: Stop(), registrations, callbacks, a NetSNMPAgentGuard.
   //
-  // Once set, a master agent that leaves a single request without an answer is
-  // disconnected: the receivers are told, and the agent library connects anew
-  // after the ping interval. With 300 ms and no retries nothing waits longer
-  // than a second for a master agent that hangs. Too short a time disconnects
-  // one that is merely slow: on a busy device, think of seconds.
+  // Once set, a single request without a response closes the session: the
+  // receivers get 0, and the agent library reconnects after the ping interval.
+  // With 300 ms and no retries nothing waits longer than a second for a master
+  // agent that hangs. Too short a time disconnects one that is merely slow: on
+  // a busy device, use seconds.
   //
   // Returns false, with nothing changed, unless 0 < `timeout` <= 30 minutes and
   // `retries` >= 0, and once there is a subagent thread.
@@ -103,9 +103,10 @@ class SNMPSUBAGENT_EXPORT SNMPSubAgent : public ISNMPSubAgent,
   bool SetReplyTimeout(std::chrono::milliseconds timeout, int retries);
 
   // How often an idle session is pinged, and how often the agent library tries
-  // to connect to an absent master agent; 15 seconds unless set. What the
-  // application's configuration file says (agentXPingInterval) wins. It is
-  // raised above the time of an attempt, `retries` + 2 reply timeouts.
+  // to connect to an absent master agent; 15 seconds unless set.
+  // agentXPingInterval in the application's configuration file wins. The
+  // interval is raised above the time of an attempt, `retries` + 2 reply
+  // timeouts.
   //
   // Returns false, with nothing changed, unless 0 < `interval` <= 24 hours, and
   // once there is a subagent thread.
