@@ -8,13 +8,12 @@ namespace vela {
 
 // A task that the platform starts and stops.
 //
-// Declared as on the device, slot for slot, and so without a destructor: a
-// virtual one would add slots that the device's binaries do not have. A task is
-// therefore never deleted through this interface.
+// Its virtual table is that of the device's binaries, which has no destructor.
+// A task is therefore never deleted through this interface.
 class SNMPSUBAGENT_EXPORT IRunnable {
  public:
-  // Starts the task and returns at once. What the result means, here and
-  // below, is for the class that implements it to say.
+  // Starts the task and returns at once. The implementing class defines the
+  // results, here and below.
   virtual int Start() = 0;
 
   // Ends the task and waits until it has ended.

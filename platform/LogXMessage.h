@@ -6,14 +6,13 @@
 
 #include "SnmpSubAgentExport.h"
 
-// Writes one line to the device's log. `text` has no line end. What a `level`
-// means is the platform's business; the subagent's own lines have level 3.
+// Writes one line to the device's log. `text` has no line end. The platform
+// defines the levels; the subagent's own lines have level 3.
 //
-// Imported from the platform library. An application that defines the function
-// itself takes that one's place.
+// Imported from the platform library. An application may define it instead.
 //
 // Threads: any; lines of several threads do not mix. It may be called under a
-// NetSNMPAgentGuard and so must not wait for a thread that asks for one.
+// NetSNMPAgentGuard, so it must not wait for a thread that takes one.
 SNMPSUBAGENT_EXPORT void LogXMessage(unsigned int level,
                                      const std::string& text);
 

@@ -6,16 +6,16 @@
 
 #include "SnmpSubAgentExport.h"
 
-// What the device knows of its network interfaces, as far as a subagent asks.
+// The device's network interfaces, as far as a subagent needs them.
 //
-// Imported from the platform library. An application that defines both
-// functions itself takes that one's place.
+// Imported from the platform library. An application may define both functions
+// instead.
 //
 // Threads: any.
 class SNMPSUBAGENT_EXPORT NetworkInterfaces {
  public:
-  // The device's IPv4 loopback address in dotted decimal: where a subagent
-  // looks for its master agent when it is given no address.
+  // The device's IPv4 loopback address in dotted decimal: the default address
+  // of the master agent.
   static std::string loopbackIPv4();
 
   // Whether `address` is an IPv4 loopback address in dotted decimal. Any other

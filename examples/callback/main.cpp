@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 //
-// A callback that learns of a manager's SET, brings the value back into range
+// A callback that gets the value of a manager's SET, brings it back into range
 // and leaves the slow part to the service's own thread.
 //
 //   callback [host port]      where the master agent takes AgentX sessions
@@ -20,9 +20,8 @@ struct Valve {
   int is = 0;
 };
 
-// Runs on the subagent thread while the request is served: quick, and without
-// deleting or registering nodes. The value is stored already and there is no
-// way to refuse it any more, but what is stored can be mended.
+// Runs on the subagent thread while the request is served, so it must be quick.
+// The value is stored already and cannot be refused, but it can be corrected.
 void OnWantedSet(NetSNMPDataNode* node) {
   int& wanted = *static_cast<int*>(node->nodeData_->NodeDataValue());
   if (wanted < 0) wanted = 0;
@@ -46,8 +45,8 @@ int main(int argc, char* argv[]) {
   NetSNMPNode::nodeMap_ = new std::map<std::string, NetSNMPNode*>;
   AddScalars(valve);
 
-  // The service's work: to drive the valve where it is wanted, ten percent at a
-  // time.
+  // The service's work: to drive the valve to where it is wanted, ten percent
+  // at a time.
   ExampleService service("callback", argc, argv);
   service.Run([&] {
     valve.is += std::max(-10, std::min(10, valve.wanted - valve.is));

@@ -12,8 +12,8 @@
 #include <string>
 #include <thread>
 
-// What the examples have in common: a subagent, and a loop that works until a
-// signal comes.
+// Shared by the examples: a subagent, and a loop that works until a signal
+// arrives.
 class ExampleService : public SNMPSubAgent {
  public:
   // `argv` may name the master agent, host and port; by default it is the one
@@ -24,17 +24,17 @@ class ExampleService : public SNMPSubAgent {
 
   void ApplicationOperation() override {}
 
-  // The session has come up, for the first time or again. Not ReregisterMibs(),
-  // after which managers see no iterator table.
+  // The session has come up, for the first time or again. After
+  // ReregisterMibs() managers would see no iterator table.
   void OnSubAgentConnected() override { NetSNMPNode::RegisterMibs(); }
 
   // Starts the subagent and calls `work` ten times a second, under a guard, so
-  // that no manager sees it half done. SIGINT and SIGTERM end it: then all
-  // stops in order, the nodes while the subagent still exists.
+  // that no manager sees it half done. On SIGINT and SIGTERM it stops the
+  // subagent and deletes the nodes while the subagent still exists.
   template <class Work>
   void Run(const Work& work) {
-    // Blocked before the subagent thread starts, which then has them blocked
-    // too: this thread alone asks for them.
+    // Before the subagent thread starts: it inherits the mask, and only this
+    // thread waits for the signals.
     sigset_t signals;
     sigemptyset(&signals);
     sigaddset(&signals, SIGINT);

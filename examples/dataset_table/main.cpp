@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 //
 // A table whose rows are copied into the agent library, which serves them from
-// then on: for a log of events, of which the service itself keeps nothing.
+// then on: a log of events that the service itself does not store.
 //
 //   dataset_table [host port]      where the master agent takes AgentX sessions
 #include <NetSNMPAgentGuard.h>
@@ -28,8 +28,8 @@ class EventLog {
         {&number, &text});
   }
 
-  // Returns false until the node was registered for the first time: only then
-  // is there a dataset.
+  // Returns false before the node's first registration, which creates the
+  // dataset.
   bool Add(std::string text) {
     const NetSNMPAgentGuard guard;
     unsigned int number = count_ + 1;
@@ -62,7 +62,7 @@ int main(int argc, char* argv[]) {
   NetSNMPNode::nodeMap_ = new std::map<std::string, NetSNMPNode*>;
   EventLog log;
 
-  // The service has one thing to say, as soon as there is a dataset.
+  // The service logs one event, as soon as there is a dataset.
   bool told = false;
   Service service(argc, argv, log);
   service.Run([&] {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 //
-// A service with an event loop of its own, beside the subagent thread: timer,
-// signals, and what the subagent thread has to tell arrive at one poll().
+// A service with its own event loop beside the subagent thread: timer, signals
+// and events of the subagent thread all wake one poll().
 //
 //   event_loop [host port]      where the master agent takes AgentX sessions
 #include <ISNMPSubAgentCallback.h>
@@ -29,7 +29,7 @@ class Service : public SNMPSubAgent {
   void OnSubAgentConnected() override { NetSNMPNode::RegisterMibs(); }
 };
 
-// Written on the subagent thread, read in the loop: never waits.
+// Written on the subagent thread, read in the loop. Never blocks.
 const int wakeUp = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
 
 void WakeUp() {
@@ -46,7 +46,7 @@ class Connection : public ISNMPSubAgentCallback {
   bool up = false;  // read it under a guard
 };
 
-// Takes what has arrived, so that the next poll() waits again.
+// Reads what has arrived, so that the next poll() waits again.
 void Drain(int descriptor) {
   signalfd_siginfo buffer;  // the largest of the three kinds
   while (read(descriptor, &buffer, sizeof buffer) > 0) continue;
@@ -64,7 +64,7 @@ int main(int argc, char* argv[]) {
   sigemptyset(&mask);
   sigaddset(&mask, SIGINT);
   sigaddset(&mask, SIGTERM);
-  // Before the subagent thread starts: it inherits this, and the loop alone
+  // Before the subagent thread starts: it inherits the mask, and only the loop
   // gets the signals.
   pthread_sigmask(SIG_BLOCK, &mask, nullptr);
 

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 //
-// A table of the service's own rows: they come and go, their cells show
+// A table of the service's own rows: they come and go, their cells are bound to
 // variables of the service, and a manager writes some of them.
 //
 //   iterator_table [host port]      where the master agent takes AgentX
@@ -21,7 +21,7 @@ struct Port {
   bool enabled = true;
 };
 
-// An index is held by the value itself: rows are found by it.
+// An index value has a copy, so that its row is found fast.
 NetSNMPUnsignedIntNodeData Index(unsigned int number) {
   NetSNMPUnsignedIntNodeData index(&number, eNodeAccessReadOnly, true);
   index.isIndex_ = true;
@@ -42,7 +42,7 @@ class PortTable {
                                       table);
   }
 
-  // The cells work on the members of `port`, which must outlive the row.
+  // The cells are bound to the members of `port`, which must outlive the row.
   void Add(unsigned int number, Port& port) {
     auto index = Index(number);
     NetSNMPCounter32NodeData frames(&port.frames, eNodeAccessReadOnly);
@@ -64,8 +64,8 @@ int main(int argc, char* argv[]) {
   PortTable table;
   for (const unsigned int number : {1, 2, 10}) table.Add(number, ports[number]);
 
-  // The service's work: frames arrive where a manager lets them, and once
-  // somebody disables port 2, it is pulled out.
+  // The service's work: frames arrive at enabled ports, and once a manager
+  // disables port 2, its row is removed.
   ExampleService service("ports", argc, argv);
   service.Run([&] {
     for (auto& port : ports) {

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 //
-// A service on a device with a platform library of its own: lines of the nodes
-// go to the device's log, and the device's task manager runs the subagent.
+// A service on a device with its own platform library: the nodes write to the
+// device's log, and the device's task manager runs the subagent.
 //
 //   platform [host port]      where the master agent takes AgentX sessions
 #include <IRunnable.h>
@@ -29,13 +29,14 @@ bool Initialized() {
   return NetSNMPNode::snmpSubAgent_ != nullptr;
 }
 
-// The device's task manager: it knows tasks by this interface alone.
+// The device's task manager, which uses only this interface.
 void RunUntilSignal(vela::IRunnable& task, const sigset_t& signals) {
   task.Start();
   int signal = 0;
   sigwait(&signals, &signal);
 
-  // Not before the subagent thread has set up the agent library.
+  // Stop() must not come before the subagent thread has set up the agent
+  // library.
   while (!Initialized()) std::this_thread::yield();
   task.Stop();
 }

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 //
-// Scalars of several types: over the service's own variables, which a manager
-// then reads as they are, and with values of their own.
+// Scalars of several types, some bound to variables of the service, one with a
+// copy.
 //
 //   scalar [host port]      where the master agent takes AgentX sessions
 #include <NetSNMPBoolNodeData.h>
@@ -14,7 +14,7 @@
 
 #include "../common/ExampleService.h"
 
-// What the service works with. Nothing here knows of SNMP.
+// The variables of the service, which know nothing of SNMP.
 struct Pump {
   int pressure = 40;         // in kilopascal
   unsigned int strokes = 0;  // since the start
@@ -22,8 +22,8 @@ struct Pump {
   std::string name = "pump 1";
 };
 
-// The instance of 1.3.6.1.4.1.32473.3.1.`object`. The registry owns the node,
-// and the node keeps a copy of the value that it is given.
+// Builds the instance of 1.3.6.1.4.1.32473.3.1.`object`. The registry owns the
+// node, and the node keeps a clone of `value`.
 void AddScalar(unsigned long object, const std::string& name,
                const NetSNMPNodeData& value) {
   unsigned long oid[] = {1, 3, 6, 1, 4, 1, 32473, 3, 1, object, 0};
@@ -40,7 +40,7 @@ void AddScalars(Pump& pump) {
   AddScalar(4, "pumpName",
             NetSNMPStringNodeData(&pump.name, eNodeAccessReadWrite));
 
-  // "true": the value holds a copy, so this variable need not live on.
+  // "true": the value has a copy, so this variable may go.
   std::string model = "P-200";
   AddScalar(5, "pumpModel",
             NetSNMPStringNodeData(&model, eNodeAccessReadOnly, true));

@@ -36,7 +36,7 @@ void Alarms::Check() {
     eventLog_.Add(overheated_ ? "overheated" : "no longer overheated");
     sent_ = false;
   }
-  // Again until the master agent is there to take it.
+  // Retried while the subagent is not connected.
   if (overheated_ && !sent_) sent_ = Send();
 }
 

@@ -6,20 +6,20 @@ class EventLog;
 class NetSNMPTrapNode;
 class ThermalController;
 
-// The name of the notification thermalFansSwitched, by which a scalar asks for
+// The name of the notification thermalFansSwitched, for the scalar that fires
 // it.
 constexpr char kFansSwitched[] = "thermalFansSwitched";
 
-// The notifications of THERMAL-EXAMPLE-MIB, and what the service sends itself:
-// thermalOverheatAlarm.
+// The notifications of THERMAL-EXAMPLE-MIB. The service itself sends one of
+// them, thermalOverheatAlarm.
 class Alarms {
  public:
   // Builds the notifications' nodes, which the registry owns.
   Alarms(const ThermalController& controller, EventLog& eventLog);
 
-  // Logs that the controller has overheated or recovered since the last call,
-  // and raises the alarm.
-  // Requires: a NetSNMPAgentGuard while the subagent runs.
+  // Logs whether the controller has overheated or recovered since the last
+  // call, and sends the alarm. Requires: a NetSNMPAgentGuard while the subagent
+  // runs.
   void Check();
 
  private:

@@ -12,9 +12,9 @@ class EventLog {
   // Builds the table's node, which the registry owns.
   EventLog();
 
-  // Adds an event behind the others; the oldest one goes when there are more
-  // than the table keeps. Without effect until the node was registered, which
-  // makes the dataset.
+  // Adds an event at the end; removes the oldest one when the table is full.
+  // Has no effect before the node's first registration, which creates the
+  // dataset.
   void Add(const std::string& text);
 
  private:

@@ -19,14 +19,14 @@ namespace {
 // Number of the last column, thermalFanEnabled.
 constexpr unsigned int kColumns = 8;
 
-// An index of the table: held by the value, so that a row is found by it.
+// An index value has a copy, so that its row is found fast.
 NetSNMPUnsignedIntNodeData Index(unsigned int number) {
   NetSNMPUnsignedIntNodeData index(&number, eNodeAccessReadOnly, true);
   index.isIndex_ = true;
   return index;
 }
 
-// The rows are the store's; the table registers them with the agent library.
+// The store has the rows; the table registers them with the agent library.
 NetSNMPTableEntryNode* BuildTable() {
   std::array<unsigned long, 11> oid{1, 3, 6, 1, 4, 1, 32473, 1, 1, 2, 1};
   auto* const table = new NetSNMPTableNode(
@@ -40,8 +40,8 @@ NetSNMPTableEntryNode* BuildTable() {
                                    table);
 }
 
-// Files a row of clones of these values. Those over the fan's own variables
-// follow it by themselves: the row need not be filed again.
+// Adds a row. Its values are bound to the fan's variables, so that the row is
+// up to date without being added again.
 void AddRow(NetSNMPTableEntryNode& rows, Fan& fan) {
   auto unit = Index(fan.unit);
   auto slot = Index(fan.slot);

@@ -10,11 +10,11 @@
 // thermalFanTable: a row for each fan.
 class FanTable {
  public:
-  // Builds the table's nodes, which the registry owns, over `fans`, which must
-  // outlive them and stay where they are.
+  // Builds the table's nodes, which the registry owns, bound to `fans`, which
+  // must outlive them and must not move.
   explicit FanTable(ThermalController::Fans& fans);
 
-  // Says which fans a manager has given another label since the last call.
+  // Logs which fans a manager has given another label since the last call.
   // Requires: a NetSNMPAgentGuard while the subagent runs.
   void TellNewLabels();
 

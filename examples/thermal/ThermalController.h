@@ -16,13 +16,13 @@ struct Fan {
   bool enabled = true;
 };
 
-// The device: a controller that keeps a cabinet near a target temperature. Its
-// members are what a service has anyway; they know nothing of SNMP.
+// The device: a controller that keeps a cabinet near a target temperature. It
+// knows nothing of SNMP.
 //
 // Threads: no lock; see main().
 class ThermalController {
  public:
-  // What the sensor can measure.
+  // The range of the sensor.
   static constexpr int kLowest = -400;
   static constexpr int kHighest = 1250;
 

@@ -20,8 +20,8 @@ namespace {
 
 constexpr char kSampleInterval[] = "thermalSampleInterval";
 
-// Builds the instance of an object of thermalController. A node keeps copies of
-// the OID, the name and the value that it is given.
+// Builds the instance of an object of thermalController. A node copies its OID,
+// its name and its value.
 void BuildScalar(unsigned long object, const std::string& name,
                  const NetSNMPNodeData& value,
                  void (*callback)(NetSNMPDataNode*) = nullptr,
@@ -31,8 +31,9 @@ void BuildScalar(unsigned long object, const std::string& name,
   new NetSNMPDataNode(oid.data(), oid.size(), name, value, callback, trapName);
 }
 
-// Called on the subagent thread when a manager has written a new target; the
-// value stands over the controller's own variable, which is kept in range here.
+// Called on the subagent thread when a manager has written a new target. The
+// value is bound to the controller's variable, which is brought back into range
+// here.
 void OnTargetWritten(NetSNMPDataNode* node) {
   int& target = *static_cast<int*>(node->nodeData_->NodeDataValue());
   target = std::clamp(target, ThermalController::kLowest,
@@ -40,8 +41,8 @@ void OnTargetWritten(NetSNMPDataNode* node) {
   std::cout << node->NodeName() << " was set to " << target << std::endl;
 }
 
-// Values over the controller's variables: what the service measures is what a
-// manager reads, and what a manager writes is what the service finds.
+// Values bound to the controller's variables: a manager reads what the service
+// measures, and the service uses what a manager writes.
 void BuildObjectsOverVariables(ThermalController& controller) {
   BuildScalar(2, "thermalFirmware",
               NetSNMPCharNodeData(controller.firmware, eNodeAccessReadOnly));
@@ -69,8 +70,8 @@ void BuildObjectsOverVariables(ThermalController& controller) {
                                   eNodeAccessReadWrite));
 }
 
-// Values that hold copies of what they are given: for what never changes, and
-// for settings that the service asks the value for.
+// Values with copies: constants, and settings that the service reads from the
+// value.
 void BuildObjectsThatHoldTheirValue() {
   std::string model = "TC-300";
   BuildScalar(1, "thermalModel",
@@ -86,7 +87,7 @@ void BuildObjectsThatHoldTheirValue() {
       7, kSampleInterval,
       NetSNMPUnsignedIntNodeData(&sampleInterval, eNodeAccessReadWrite, true));
 
-  // Held by the value, text has no array that a manager could overrun.
+  // Copied text has no array that a manager could overrun.
   char contact[] = "facility desk";
   BuildScalar(9, "thermalContact",
               NetSNMPCharNodeData(contact, eNodeAccessReadWrite, true));

@@ -4,11 +4,11 @@
 
 class ThermalController;
 
-// Builds the nodes of THERMAL-EXAMPLE-MIB over the members of `controller`,
-// which must outlive them. The registry owns them.
+// Builds the nodes of THERMAL-EXAMPLE-MIB, bound to the members of
+// `controller`, which must outlive them. The registry owns them.
 void BuildThermalObjects(ThermalController& controller);
 
-// Seconds between two measurements, as a manager has set them.
+// The interval between two measurements that a manager has set, in seconds.
 // Requires: a NetSNMPAgentGuard while the subagent runs.
 unsigned int SampleInterval();
 

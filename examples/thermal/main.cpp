@@ -44,8 +44,8 @@ class ThermalSubAgent : public SNMPSubAgent {
 
   void ApplicationOperation() override {}
 
-  // The session to the master agent is up, for the first time or again. Not
-  // ReregisterMibs(), which would take the fan table away.
+  // The session has come up, for the first time or again. After
+  // ReregisterMibs() managers would see no fan table.
   void OnSubAgentConnected() override {
     NetSNMPNode::RegisterMibs();
     eventLog_.Add("connected to the master agent");
@@ -55,8 +55,8 @@ class ThermalSubAgent : public SNMPSubAgent {
   EventLog& eventLog_;
 };
 
-// Stop() must not come before the subagent thread has set up the agent library,
-// which makes the subagent known to all nodes.
+// Stop() must not come before the subagent thread has set up the agent library
+// and then snmpSubAgent_.
 void WaitUntilInitialized() {
   for (bool initialized = false; !initialized; std::this_thread::yield()) {
     const NetSNMPAgentGuard guard;
@@ -64,7 +64,7 @@ void WaitUntilInitialized() {
   }
 }
 
-// Waits for so many seconds, or for one of `signals`; returns whether it came.
+// Waits for `seconds` or one of `signals`; returns whether a signal arrived.
 bool WaitForSignal(const sigset_t& signals, unsigned int seconds) {
   const timespec time = {static_cast<time_t>(seconds), 0};
   return sigtimedwait(&signals, nullptr, &time) > 0;
@@ -76,20 +76,20 @@ int main(int argc, char* argv[]) {
   const std::string host = argc > 1 ? argv[1] : "127.0.0.1";
   const int port = argc > 2 ? std::atoi(argv[2]) : 705;
 
-  // Blocked before the subagent starts its thread, which then has them blocked
-  // too: this thread alone asks for them.
+  // Before the subagent thread starts: it inherits the mask, and only this
+  // thread waits for the signals.
   sigset_t signals;
   sigemptyset(&signals);
   sigaddset(&signals, SIGINT);
   sigaddset(&signals, SIGTERM);
   pthread_sigmask(SIG_BLOCK, &signals, nullptr);
 
-  // 1. The registry of nodes, and where they log.
+  // 1. The registry of nodes, and their log.
   NetSNMPNode::nodeMap_ = new std::map<std::string, NetSNMPNode*>;
   NetSNMPNode::NodeMsgLogger_ = LogXMessage;
   NetSNMPNode::NodeMsgLogType_ = kNodeLogLevel;
 
-  // 2. The device, the objects that stand for it, and the subagent.
+  // 2. The device, its objects, and the subagent.
   ThermalController controller;
   BuildThermalObjects(controller);
   FanTable fanTable(controller.fans);
@@ -97,12 +97,12 @@ int main(int argc, char* argv[]) {
   Alarms alarms(controller, eventLog);
   ThermalSubAgent subAgent(host, port, eventLog);
 
-  // 3. From here on managers are answered, on a thread of the library's.
+  // 3. From here on the subagent thread serves managers.
   subAgent.Start();
   WaitUntilInitialized();
 
-  // 4. The device's own work. The guard keeps managers out while it changes
-  // what they see.
+  // 4. The device's own work. While the guard exists, no manager sees what is
+  // half changed.
   for (unsigned int seconds = 1; !WaitForSignal(signals, seconds);) {
     const NetSNMPAgentGuard guard;
     controller.Run(seconds);
@@ -111,8 +111,8 @@ int main(int argc, char* argv[]) {
     seconds = SampleInterval();
   }
 
-  // 5. The end, in this order: the nodes take themselves off the master agent
-  // while the subagent still exists.
+  // 5. The end, in this order: the nodes are withdrawn while the subagent still
+  // exists.
   subAgent.Stop();
   NetSNMPNode::DeleteNodeMap();
   return 0;

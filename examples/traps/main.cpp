@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 //
-// Notifications: one that the service sends itself, with two objects, and one
-// that a scalar sends whenever its value is set.
+// Notifications: one with two objects that the service sends, and one that a
+// scalar sends whenever its value is set.
 //
 //   traps [host port]      where the master agent takes AgentX sessions
 #include <NetSNMPBoolNodeData.h>
@@ -26,13 +26,13 @@ class Tank {
     placeNode_ =
         AddScalar(2, "tankPlace",
                   NetSNMPStringNodeData(&place_, eNodeAccessReadOnly), "");
-    // Sends tankLocked when a manager sets it: twice in a row, since nobody
-    // confirms a notification. A scalar with a callback would send none.
+    // Sends tankLocked when a manager sets it, twice, since a notification is
+    // not confirmed. A scalar with a callback would send none.
     AddScalar(3, "tankLock", NetSNMPBoolNodeData(&lock_, eNodeAccessReadWrite),
               "tankLocked");
   }
 
-  // The service's work: the tank leaks, and tells once that it is low.
+  // The service's work: the tank leaks, and reports once that it is low.
   // Requires: a guard, as Run() has one.
   void Leak() {
     if (level_ > 0) --level_;

@@ -1,14 +1,14 @@
 # SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 #
-# For a layer of the device's own, in recipes-support/snmpsubagent. SRC_URI takes
-# the source as `scripts/package` leaves it in build/package.
+# For the device's layer, in recipes-support/snmpsubagent. SRC_URI is the source
+# archive that scripts/package writes to build/package.
 SUMMARY = "Publishes a service's management data over SNMP"
 DESCRIPTION = "A C++ library with which a service becomes an AgentX subagent \
 of the device's SNMP agent."
 SECTION = "libs"
 
-# To be filled in by the owner, who has not named a licence yet: an SPDX name,
-# and LIC_FILES_CHKSUM with the file that has its text.
+# To be filled in when the owner has chosen a licence: an SPDX name, and
+# LIC_FILES_CHKSUM with the file that has its text.
 LICENSE = "CLOSED"
 
 SRC_URI = "file://${BPN}_${PV}.tar.xz"
@@ -20,8 +20,8 @@ inherit cmake pkgconfig
 
 # A device links its own platform library instead of the host's:
 #   EXTRA_OECMAKE += "-DSNMPSUBAGENT_PLATFORM_LIBRARY=${STAGING_LIBDIR}/libdevice.so"
-# in a .bbappend, with the library in DEPENDS. There is no package of the host's
-# platform library then.
+# in a .bbappend, with the library in DEPENDS. Then there is no package with the
+# host's platform library.
 EXTRA_OECMAKE = "-DBUILD_TESTING=OFF -DCMAKE_SKIP_INSTALL_RPATH=ON"
 
 PACKAGES =+ "${PN}-platform"
@@ -30,5 +30,5 @@ FILES:${PN}-platform = "${libdir}/libsnmpsubagent-platform.so.*"
 FILES:${PN} = "${libdir}/libsnmpsubagent.so.*"
 FILES:${PN}-dev += "${libdir}/cmake ${datadir}/snmp/mib2c-data"
 
-# The master agent, on the device or elsewhere; the library does without.
+# The master agent. The library runs without one, which may be elsewhere.
 RRECOMMENDS:${PN} = "net-snmp-server-snmpd"

@@ -13,7 +13,7 @@
 // level in brackets.
 //
 // Threads: any. `sink` is called on the thread that logs, also by several
-// threads at once; one that began before a change may still end after it.
+// threads at once; a call that began before a change may end after it.
 SNMPSUBAGENT_EXPORT void SetLogSink(void (*sink)(unsigned int level,
                                                  const std::string& text));
 

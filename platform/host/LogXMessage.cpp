@@ -12,7 +12,7 @@
 namespace {
 using LogSink = void (*)(unsigned int, const std::string&);
 
-// Writes the line in one call, which the C library keeps in one piece.
+// Writes the line in one call, which the C library does not interleave.
 void WriteToStderr(unsigned int level, const std::string& text) {
   timeval now{};
   gettimeofday(&now, nullptr);

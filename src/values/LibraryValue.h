@@ -4,9 +4,8 @@
 
 class NetSNMPNodeData;
 
-// Whether `value` is of one of the typed classes themselves, with storage of
-// its own type. Reading such a value does nothing else; a subclass of the
-// application's may do anything, down to deleting the value.
+// Whether `value` is exactly of one of the library's typed classes, not of a
+// subclass, with storage of its own type: reading it has no side effects.
 bool IsLibraryValue(const NetSNMPNodeData& value);
 
 #endif  // SNMPSUBAGENT_VALUES_LIBRARYVALUE_H_

@@ -6,11 +6,11 @@
 
 #include "NetSNMPNodeData.h"
 
-// The local data of the classes that hold one object of type T.
+// The local data of the classes whose local data is one object of type T.
 namespace local_value {
 
-// Puts `value` in the place of the local data. The copy is made before the old
-// one is freed, since `value` may lie in it.
+// Replaces the local data by a copy of `value`. The copy is made before the old
+// one is freed, since `value` may be part of it.
 template <typename T>
 void Replace(NetSNMPNodeData& data, eNodeDataType type, const T& value) {
   std::unique_ptr<T> copy(new T(value));
@@ -20,8 +20,8 @@ void Replace(NetSNMPNodeData& data, eNodeDataType type, const T& value) {
 }
 
 // The part of CopyData() that the class Data adds: local data is copied between
-// values of this class, and given up when `source` is of another, whose type
-// code the value takes over.
+// values of this class, and deleted if `source` is of another class, whose type
+// code the value gets.
 template <typename T, typename Data>
 void Copy(Data& data, const NetSNMPNodeData& source) {
   if (dynamic_cast<const Data*>(&source) == nullptr) {

@@ -41,7 +41,7 @@ void NetSNMPBoolNodeData::NodeDataValue(bool value, bool notify) {
   } else if (storage != nullptr) {
     *storage = value;
   }
-  // Other than an integer, a local copy changes without a word to the owner.
+  // Unlike integers, values held locally do not notify.
   ValueSet(notify && !local);
 }
 

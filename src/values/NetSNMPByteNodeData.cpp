@@ -74,7 +74,7 @@ void NetSNMPByteNodeData::NodeDataValue(const unsigned char* value,
 
 void NetSNMPByteNodeData::CopyLocalData(const unsigned char* value) {
   if (value == nullptr) return;
-  // Copied before the old bytes are freed: `value` may lie in them.
+  // Copied before the old bytes are freed: `value` may be part of them.
   std::unique_ptr<unsigned char[]> copy(
       dataSize_ > 0 ? new unsigned char[dataSize_] : nullptr);
   if (copy != nullptr) std::memcpy(copy.get(), value, dataSize_);

@@ -42,8 +42,8 @@ void NetSNMPCharNodeData::NodeDataValue(const char* value, bool notify) {
   auto* const storage = static_cast<char*>(StorageOf(eNodeDataChar));
   if (value != nullptr) {
     if (local || (storage == nullptr && *value != '\0')) {
-      // Without any storage the text is taken in: a SET of "" would otherwise
-      // have made the object deaf for good.
+      // Without storage, copy the text: otherwise the object could never be
+      // written again after a SET of "".
       CopyLocalData(value);
     } else if (storage != nullptr) {
       std::memmove(storage, value, std::strlen(value) + 1);
@@ -74,7 +74,7 @@ void NetSNMPCharNodeData::DeleteLocalData() {
 
 void NetSNMPCharNodeData::CopyLocalData(const char* value) {
   if (value == nullptr) return;
-  // Copied before the old text is freed: `value` may lie in it.
+  // Copied before the old text is freed: `value` may be part of it.
   const std::size_t size = std::strlen(value) + 1;
   std::unique_ptr<char[]> copy(size > 1 ? new char[size] : nullptr);
   if (copy != nullptr) std::memcpy(copy.get(), value, size);

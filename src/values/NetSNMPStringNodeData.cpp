@@ -44,7 +44,7 @@ void NetSNMPStringNodeData::NodeDataValue(const std::string& value,
   } else if (storage != nullptr) {
     *storage = value;
   }
-  // Other than an integer, a local copy changes without a word to the owner.
+  // Unlike integers, values held locally do not notify.
   ValueSet(notify && !local);
 }
 

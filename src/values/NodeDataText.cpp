@@ -58,7 +58,8 @@ std::string NetSNMPNodeData::NodeDataToString() const {
 
 void NetSNMPNodeData::NodeDataLogMessage(const std::string& message) const {
   if (ownerNode_ == nullptr) return;
-  // Not rendered for nobody; an override of the application's gets it always.
+  // Skip rendering when nobody listens, unless the owner overrides
+  // NodeLogMessage().
   if (NetSNMPNode::NodeMsgLogger_ == nullptr &&
       typeid(*ownerNode_) == typeid(NetSNMPDataNode)) {
     return;

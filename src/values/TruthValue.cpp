@@ -3,8 +3,8 @@
 
 namespace {
 
-// Right both as an int and as the low 32 bits of a long: a little-endian
-// machine finds those first, a big-endian one last.
+// Correct both as an int and as the low 32 bits of a long, which come first on
+// a little-endian machine and last on a big-endian one.
 struct alignas(long) Constant {
   explicit constexpr Constant(int number)
       : first(number),

@@ -12,7 +12,7 @@ constexpr int kFalse = 2;
 constexpr unsigned int kSize = sizeof(int);
 
 // The number as kSize bytes in native order, in constant memory of the size of
-// a long: the agent library reads integers as that.
+// a long, because the agent library reads integers as long.
 const unsigned char* Bytes(bool value);
 
 }  // namespace truth_value

@@ -5,8 +5,8 @@
 ################################################################################
 # SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 #
-# For a BR2_EXTERNAL tree, with the source that scripts/package leaves in
-# build/package copied beside this file.
+# For a BR2_EXTERNAL tree. Copy the source archive that scripts/package writes to
+# build/package beside this file.
 
 SNMPSUBAGENT_VERSION = 0.1.0
 SNMPSUBAGENT_SOURCE = snmpsubagent_$(SNMPSUBAGENT_VERSION).tar.xz
@@ -16,8 +16,8 @@ SNMPSUBAGENT_INSTALL_STAGING = YES
 SNMPSUBAGENT_SUPPORTS_IN_SOURCE_BUILD = NO
 SNMPSUBAGENT_DEPENDENCIES = boost netsnmp
 
-# To be filled in by the owner, who has not named a licence yet: its SPDX name,
-# and SNMPSUBAGENT_LICENSE_FILES with the file that has its text.
+# To be filled in when the owner has chosen a licence: its SPDX name, and
+# SNMPSUBAGENT_LICENSE_FILES with the file that has its text.
 SNMPSUBAGENT_LICENSE = PROPRIETARY
 SNMPSUBAGENT_REDISTRIBUTE = NO
 
