@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 #include "NetSNMP.h"
 #include "adapter/MasterExchange.h"
-#include "runtime/AgentShutdown.h"
+#include "runtime/AgentEvents.h"
 
 int NetSNMP::init_snmp_agent(const std::string& name) {
   const MasterExchange exchange;
@@ -24,7 +24,7 @@ int NetSNMP::shutdown_snmp(const std::string& name) {
 
 int NetSNMP::shutdown_snmp_agent() {
   const MasterExchange exchange;
-  PartWithAgentLibrary();
+  agent_events::Detach();
   shutdown_agent();
   return 0;
 }

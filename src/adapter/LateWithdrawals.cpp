@@ -58,27 +58,6 @@ bool IsBeingRegistered(const netsnmp_handler_registration* registration) {
   return std::find(all.begin(), all.end(), registration) != all.end();
 }
 
-const netsnmp_handler_registration* RegistrationOf(void* parameters) {
-  return static_cast<const register_parameters*>(parameters)->reginfo;
-}
-
-int BeforeRegistration(int /*majorID*/, int /*minorID*/, void* parameters,
-                       void* /*clientArg*/) {
-  try {
-    BeingRegistered().push_back(RegistrationOf(parameters));
-  } catch (const std::bad_alloc&) {
-    // The wait goes unwatched.
-  }
-  return 0;
-}
-
-int AfterRegistration(int /*majorID*/, int /*minorID*/, void* parameters,
-                      void* /*clientArg*/) {
-  auto& all = BeingRegistered();
-  if (!all.empty() && all.back() == RegistrationOf(parameters)) all.pop_back();
-  return 0;
-}
-
 bool IsInHand(const netsnmp_handler_registration* registration) {
   return late_withdrawals::HandlerCall::Names(registration) ||
          IsBeingRegistered(registration) || IsHeld(registration);
@@ -106,13 +85,17 @@ int HoldTable(netsnmp_mib_handler* handler,
 
 namespace late_withdrawals {
 
-void WatchRegistrations() {
-  netsnmp_register_callback(SNMP_CALLBACK_APPLICATION,
-                            SNMPD_CALLBACK_REGISTER_OID, BeforeRegistration,
-                            nullptr, NETSNMP_CALLBACK_HIGHEST_PRIORITY);
-  netsnmp_register_callback(SNMP_CALLBACK_APPLICATION,
-                            SNMPD_CALLBACK_REGISTER_OID, AfterRegistration,
-                            nullptr, NETSNMP_CALLBACK_LOWEST_PRIORITY);
+void BeginRegistering(const netsnmp_handler_registration* registration) {
+  try {
+    BeingRegistered().push_back(registration);
+  } catch (const std::bad_alloc&) {
+    // The wait goes unwatched.
+  }
+}
+
+void EndRegistering(const netsnmp_handler_registration* registration) {
+  auto& all = BeingRegistered();
+  if (!all.empty() && all.back() == registration) all.pop_back();
 }
 
 HandlerCall::HandlerCall(const netsnmp_agent_request_info& requestInfo)

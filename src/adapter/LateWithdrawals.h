@@ -18,9 +18,10 @@ struct netsnmp_request_info_s;
 // Requires, for all: the lock of NetSNMPAgentGuard.
 namespace late_withdrawals {
 
-// Has the agent library say what it registers. To be called before it is
-// initialised.
-void WatchRegistrations();
+// Between these two the agent library asks the master agent for `registration`
+// and waits for the response; see AgentEvents.
+void BeginRegistering(const netsnmp_handler_registration_s* registration);
+void EndRegistering(const netsnmp_handler_registration_s* registration);
 
 // Stands around the work of a handler: what its PDU names is in hand.
 class HandlerCall {

@@ -11,8 +11,9 @@
 #include "NetSNMPAgentGuard.h"
 #include "SNMPSubAgent.h"
 #include "adapter/Containment.h"
+#include "runtime/AgentSession.h"
 #include "runtime/LivingSubAgents.h"
-#include "runtime/MasterPatience.h"
+#include "runtime/ReplyTimeout.h"
 
 namespace {
 
@@ -31,10 +32,10 @@ void SetConnected(SNMPSubAgent* subAgent, bool connected) {
   __atomic_store_n(&subAgent->connected_, connected, __ATOMIC_RELEASE);
 }
 
-// Answers are small, and a master agent that has several requests under way
-// would wait for each while TCP waits for more to send.
+// Responses are small, and TCP would hold each back until the one before is
+// acknowledged; a master agent with several outstanding requests would wait.
 void SendAtOnce(void* session) {
-  // Null when another than the agent library raises the event.
+  // Null if somebody else than Net-SNMP raised the event.
   netsnmp_transport* const transport = snmp_sess_transport(
       snmp_sess_pointer(static_cast<netsnmp_session*>(session)));
   if (transport == nullptr) return;
@@ -42,29 +43,24 @@ void SendAtOnce(void* session) {
   setsockopt(transport->sock, IPPROTO_TCP, TCP_NODELAY, &on, sizeof(on));
 }
 
-// Whether a session is just being announced, and was lost meanwhile. Guarded by
-// the lock of NetSNMPAgentGuard.
-bool announcing = false;
-bool lostMeanwhile = false;
-
 void OnSessionStart(SNMPSubAgent* subAgent, void* session) {
   SendAtOnce(session);
-  master_patience::Watch(static_cast<netsnmp_session*>(session));
+  reply_timeout::Enforce(static_cast<netsnmp_session*>(session));
   SetConnected(subAgent, true);
-  announcing = true;
+  agentSession.announcing = true;
   CallApplication([&] { subAgent->OnSubAgentConnected(); });
   CallApplication([&] { subAgent->NotifySubAgentCallbacks(1); });
-  announcing = false;
-  if (!std::exchange(lostMeanwhile, false)) return;
+  agentSession.announcing = false;
+  if (!std::exchange(agentSession.lostWhileAnnounced, false)) return;
   CallApplication([&] { subAgent->NotifySubAgentCallbacks(0); });
 }
 
-// While the application registers its nodes the session may be lost already.
-// The receivers, who know nothing of it yet, are told of it and of its loss in
-// that order.
+// The session may be lost again while the application registers its nodes. The
+// receivers, who do not know of it yet, are then told first of its start and
+// then of its loss.
 void OnSessionStop(SNMPSubAgent* subAgent) {
-  if (announcing) {
-    lostMeanwhile = true;
+  if (agentSession.announcing) {
+    agentSession.lostWhileAnnounced = true;
   } else if (subAgent->Connected()) {
     CallApplication([&] { subAgent->NotifySubAgentCallbacks(0); });
   }

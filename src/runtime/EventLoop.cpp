@@ -10,7 +10,7 @@
 #include "adapter/SigpipeBlock.h"
 #include "nodes/LateRegistrations.h"
 #include "runtime/InterruptionPoints.h"
-#include "runtime/Reconnection.h"
+#include "runtime/ReconnectWorkarounds.h"
 #include "runtime/WaitSet.h"
 
 namespace {
@@ -56,7 +56,7 @@ std::string FailureText(int result, int error) {
          "][errno: " + std::to_string(error) + "]";
 }
 
-void KeepHouse(const InterruptionPoints& interruption) {
+void RunHousekeeping(const InterruptionPoints& interruption) {
   interruption.Pass();
   snmp_store_if_needed();
   interruption.Pass();
@@ -94,7 +94,7 @@ void SNMPSubAgent::process() {
   }
   late_registrations::CatchUp();
   containment::RaisePendingInterruption();
-  PutReconnectionRight();
-  KeepHouse(interruption);
+  reconnect_workarounds::RepairAfterLoss();
+  RunHousekeeping(interruption);
   containment::RaisePendingInterruption();
 }

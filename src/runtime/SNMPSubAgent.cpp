@@ -12,13 +12,12 @@
 #include "NetSNMPNode.h"
 #include "NetworkInterfaces.h"
 #include "adapter/Containment.h"
-#include "adapter/LateWithdrawals.h"
 #include "adapter/SigpipeBlock.h"
-#include "runtime/AgentShutdown.h"
+#include "runtime/AgentEvents.h"
 #include "runtime/InterruptionPoints.h"
 #include "runtime/LivingSubAgents.h"
-#include "runtime/MasterPatience.h"
-#include "runtime/Reconnection.h"
+#include "runtime/ReconnectWorkarounds.h"
+#include "runtime/ReplyTimeout.h"
 
 namespace {
 
@@ -67,19 +66,13 @@ void SetUpAgentLibrary(SNMPSubAgent* subAgent) {
       SocketText(subAgent->masterAddress_, subAgent->masterPort_);
   netsnmp_ds_set_string(NETSNMP_DS_APPLICATION_ID, NETSNMP_DS_AGENT_X_SOCKET,
                         socket.c_str());
-  WatchReconnection();
-  late_withdrawals::WatchRegistrations();
+  reconnect_workarounds::ConsumeAlarmNumbers();
   if (subAgent->replyTimeout_.count() != 0) {
-    master_patience::Limit(subAgent->replyTimeout_, subAgent->replyRetries_);
+    reply_timeout::Set(subAgent->replyTimeout_, subAgent->replyRetries_);
   }
   init_agent(subAgent->agentName_.c_str());
   ApplyPingInterval(*subAgent);
-  for (const int event :
-       {SNMPD_CALLBACK_INDEX_START, SNMPD_CALLBACK_INDEX_STOP}) {
-    snmp_register_callback(SNMP_CALLBACK_APPLICATION, event,
-                           SNMPSubAgent::snmp_subagent_callback, subAgent);
-  }
-  PartOnShutdown();
+  agent_events::Subscribe(subAgent);
   // The agent library looks registrations up one after the other. Its cache,
   // which only a master agent turns on, remembers where the last ones were.
   netsnmp_set_lookup_cache_size(kLookupCacheSize);

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
-#include "runtime/MasterPatience.h"
+#include "runtime/ReplyTimeout.h"
 
 #include <poll.h>
 #include <sys/socket.h>
@@ -8,16 +8,15 @@
 #include <cerrno>
 
 #include "NetSNMP.h"
-#include "runtime/BoundedConnect.h"
+#include "runtime/AgentSession.h"
+#include "runtime/ConnectTimeout.h"
 
 namespace {
 
 using Clock = std::chrono::steady_clock;
-using Send = int (*)(netsnmp_transport*, const void*, int, void**, int*);
-using Receive = int (*)(netsnmp_transport*, void*, int, void**, int*);
 
-// The version by which the agent library tells AgentX sessions from others. No
-// header that it installs has it.
+// The version by which Net-SNMP tells AgentX sessions from others. No header
+// that it installs has it.
 constexpr long kAgentXVersion = 0xC1;
 
 // agentx-Response-PDU, in the second byte of a PDU (RFC 2741).
@@ -28,24 +27,7 @@ struct {
   int retries = 0;
 } limit;
 
-// The session that is watched. There is one to the master agent at a time.
-struct {
-  Send send = nullptr;
-  Receive receive = nullptr;
-  bool waiting = false;  // for anything to come, since a request was sent
-  Clock::time_point since;
-  bool givenUp = false;
-} watched;
-
-int OnSessionInit(int /*majorID*/, int /*minorID*/, void* serverArg,
-                  void* /*clientArg*/) {
-  auto* const session = static_cast<netsnmp_session*>(serverArg);
-  if (session->version == kAgentXVersion) {
-    session->timeout = static_cast<long>(limit.timeout.count());
-    session->retries = limit.retries;
-  }
-  return 0;
-}
+auto& watched = agentSession.transport;
 
 // Whether something arrived that was not read yet: this thread may have been
 // kept from it.
@@ -60,7 +42,7 @@ bool MasterHangs(const netsnmp_transport& transport) {
          !HasArrived(transport.sock);
 }
 
-void NoteSending(const void* bytes) {
+void BeginWaiting(const void* bytes) {
   const bool isResponse =
       static_cast<const unsigned char*>(bytes)[1] == kResponse;
   if (watched.waiting || isResponse) return;
@@ -68,10 +50,10 @@ void NoteSending(const void* bytes) {
   watched.since = Clock::now();
 }
 
-// These two stand in the place of the transport's own functions.
+// These two replace the transport's own functions.
 
-int ReceiveAndNote(netsnmp_transport* transport, void* buffer, int size,
-                   void** opaque, int* opaqueSize) {
+int Receive(netsnmp_transport* transport, void* buffer, int size, void** opaque,
+            int* opaqueSize) {
   watched.waiting = false;
   return watched.receive(transport, buffer, size, opaque, opaqueSize);
 }
@@ -80,10 +62,10 @@ int SendUnlessGivenUp(netsnmp_transport* transport, const void* bytes, int size,
                       void** opaque, int* opaqueSize) {
   if (MasterHangs(*transport)) watched.givenUp = true;
   if (!watched.givenUp) {
-    NoteSending(bytes);
+    BeginWaiting(bytes);
     const int sent = watched.send(transport, bytes, size, opaque, opaqueSize);
     if (sent == size) return sent;
-    // What was sent in part cannot be made whole.
+    // What was sent in part cannot be completed.
     watched.givenUp = true;
   }
   shutdown(transport->sock, SHUT_RDWR);
@@ -93,20 +75,25 @@ int SendUnlessGivenUp(netsnmp_transport* transport, const void* bytes, int size,
 
 timeval ToTimeval(std::chrono::microseconds time) {
   const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(time);
-  return {seconds.count(), (time - seconds).count()};
+  return {static_cast<time_t>(seconds.count()),
+          static_cast<suseconds_t>((time - seconds).count())};
 }
 
 }  // namespace
 
-void master_patience::Limit(std::chrono::microseconds timeout, int retries) {
+void reply_timeout::Set(std::chrono::microseconds timeout, int retries) {
   limit.timeout = timeout;
   limit.retries = retries;
-  BoundConnecting(ToTimeval(timeout));
-  snmp_register_callback(SNMP_CALLBACK_LIBRARY, SNMP_CALLBACK_SESSION_INIT,
-                         OnSessionInit, nullptr);
+  connect_timeout::Set(ToTimeval(timeout));
 }
 
-void master_patience::Watch(netsnmp_session* session) {
+void reply_timeout::ApplyTo(netsnmp_session* session) {
+  if (limit.timeout.count() == 0 || session->version != kAgentXVersion) return;
+  session->timeout = static_cast<long>(limit.timeout.count());
+  session->retries = limit.retries;
+}
+
+void reply_timeout::Enforce(netsnmp_session* session) {
   if (limit.timeout.count() == 0) return;
   netsnmp_transport* const transport =
       snmp_sess_transport(snmp_sess_pointer(session));
@@ -117,5 +104,5 @@ void master_patience::Watch(netsnmp_session* session) {
              sizeof(timeout));
   watched = {transport->f_send, transport->f_recv, false, {}, false};
   transport->f_send = SendUnlessGivenUp;
-  transport->f_recv = ReceiveAndNote;
+  transport->f_recv = Receive;
 }

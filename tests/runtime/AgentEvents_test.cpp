@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
-#include "runtime/AgentShutdown.h"
+#include "runtime/AgentEvents.h"
 
 #include <gmock/gmock.h>
 
@@ -15,6 +15,7 @@
 namespace {
 
 using testing::ElementsAre;
+using testing::IsEmpty;
 
 class StateReceiver : public ISNMPSubAgentCallback {
  public:
@@ -25,9 +26,26 @@ class StateReceiver : public ISNMPSubAgentCallback {
   std::vector<int> states_;
 };
 
-void RaiseSessionStart() {
+void RaiseSessionStart(netsnmp_session* session = nullptr) {
   snmp_call_callbacks(SNMP_CALLBACK_APPLICATION, SNMPD_CALLBACK_INDEX_START,
-                      nullptr);
+                      session);
+}
+
+// Net-SNMP 5.10 raises an event of this number for each session that it frees.
+TEST(ASessionStart, OfASessionThatIsNotOpenIsNone) {
+  StateReceiver receiver;
+  LonelySubAgent subAgent;
+  subAgent.RegisterSubAgentCallback("receiver", &receiver);
+  subAgent.initialize();
+  netsnmp_session freed{};
+  RaiseSessionStart(&freed);
+  EXPECT_FALSE(subAgent.Connected());
+  EXPECT_THAT(receiver.States(), IsEmpty());
+
+  RaiseSessionStart();
+  RaiseSessionStart(&freed);
+  EXPECT_TRUE(subAgent.Connected());
+  EXPECT_THAT(receiver.States(), ElementsAre(1));
 }
 
 // A way to shut the agent library down.
@@ -43,7 +61,7 @@ std::ostream& operator<<(std::ostream& stream, const Shutdown& shutdown) {
 
 class AShutdown : public testing::TestWithParam<Shutdown> {};
 
-TEST_P(AShutdown, PartsTheSubagentAndItsNodesFromTheAgentLibrary) {
+TEST_P(AShutdown, DetachesTheSubagentAndItsNodesFromTheAgentLibrary) {
   const ScopedRegistry registry;
   NodeLog log;
   StateReceiver receiver;

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
-#include "runtime/BoundedConnect.h"
+#include "runtime/ConnectTimeout.h"
 
 #include <netinet/in.h>
 #include <sys/socket.h>
@@ -103,7 +103,7 @@ netsnmp_transport* Create(const char* target, int local,
 
 }  // namespace
 
-void BoundConnecting(const timeval& timeout) {
+void connect_timeout::Set(const timeval& timeout) {
   connectTimeout = timeout;
   NetSNMP::init_snmp_tdomain(&domain, kKey, OID_LENGTH(kKey));
   if (domain.prefix == nullptr) return;

@@ -1,0 +1,23 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#ifndef SNMPSUBAGENT_RUNTIME_AGENTEVENTS_H_
+#define SNMPSUBAGENT_RUNTIME_AGENTEVENTS_H_
+
+class SNMPSubAgent;
+
+// The events of the agent library: all subscriptions stand in one table, with
+// the priority and the receiver of each.
+//
+// Requires, for all: the lock of NetSNMPAgentGuard.
+namespace agent_events {
+
+// Subscribes to all events; those of the session are passed on to `subAgent`.
+void Subscribe(SNMPSubAgent* subAgent);
+
+// Detaches the subagent from the agent library before that shuts down: its
+// session is no longer up, and it hears of no further event. The receivers are
+// not told.
+void Detach();
+
+}  // namespace agent_events
+
+#endif  // SNMPSUBAGENT_RUNTIME_AGENTEVENTS_H_
