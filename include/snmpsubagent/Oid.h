@@ -16,8 +16,8 @@ namespace snmpsubagent {
 // One number of an OID (RFC 2578, 3.5): 0 to 4294967295.
 using SubIdentifier = std::uint32_t;
 
-// Sub-identifiers that somebody else owns, as std::string_view is to text. Valid
-// as long as the owner keeps them where they are.
+// Sub-identifiers that somebody else owns, as std::string_view is to text.
+// Valid as long as the owner keeps them where they are.
 class OidView {
  public:
   constexpr OidView() = default;
@@ -49,8 +49,8 @@ class OidView {
     return size_ >= prefix.size_ && Compare(First(prefix.size_), prefix) == 0;
   }
 
-  // Less than, equal to or greater than 0, in the order in which a GETNEXT walks
-  // (lexicographic, RFC 2578 3.5).
+  // Less than, equal to or greater than 0, in the order in which a GETNEXT
+  // walks (lexicographic, RFC 2578 3.5).
   friend int Compare(OidView a, OidView b) {
     const std::size_t common = a.size_ < b.size_ ? a.size_ : b.size_;
     for (std::size_t i = 0; i < common; ++i) {
@@ -120,7 +120,9 @@ inline bool operator==(const Oid& a, const Oid& b) {
 inline bool operator!=(const Oid& a, const Oid& b) {
   return a.View() != b.View();
 }
-inline bool operator<(const Oid& a, const Oid& b) { return a.View() < b.View(); }
+inline bool operator<(const Oid& a, const Oid& b) {
+  return a.View() < b.View();
+}
 
 }  // namespace snmpsubagent
 

@@ -2,15 +2,17 @@
 #ifndef SNMPSUBAGENT_AGENTX_MESSAGE_H_
 #define SNMPSUBAGENT_AGENTX_MESSAGE_H_
 
+#include <cstddef>
 #include <cstdint>
+#include <string>
 #include <string_view>
 #include <vector>
 
 #include "snmpsubagent/Oid.h"
 #include "snmpsubagent/ValueView.h"
 
-// The messages of AgentX version 1 that a subagent sends and receives (RFC 2741,
-// section 6), with the names of the RFC.
+// The messages of AgentX version 1 that a subagent sends and receives (RFC
+// 2741, section 6), with the names of the RFC.
 namespace snmpsubagent::agentx {
 
 enum class PduType : std::uint8_t {
@@ -77,6 +79,18 @@ enum class CloseReason : std::uint8_t {
   ByManager
 };
 
+// The RFC's names: "duplicateRegistration", "reasonShutdown". A number that the
+// RFC does not know is told as such.
+std::string ToString(Error error);
+std::string ToString(CloseReason reason);
+
+// The size of every message's header, in octets.
+inline constexpr std::size_t kHeaderSize = 20;
+
+// The bits of a header's flags that a subagent has a use for.
+inline constexpr std::uint8_t kNonDefaultContext = 0x08;
+inline constexpr std::uint8_t kNetworkByteOrder = 0x10;
+
 struct Header {
   PduType type = PduType::Response;
   std::uint8_t flags = 0;
@@ -84,6 +98,9 @@ struct Header {
   std::uint32_t transactionId = 0;
   std::uint32_t packetId = 0;
   std::uint32_t payloadLength = 0;  // in octets, without the header
+  // Not part of the message: which of a Session's sessions it came in, since a
+  // master agent that starts anew may give a sessionId again.
+  std::uint32_t generation = 0;
 };
 
 // Names from `start`, itself only with `include`, up to but without `end`; a

@@ -10,7 +10,15 @@
 #include <string_view>
 #include <vector>
 
+#include "agentx/Backoff.h"
+#include "agentx/Decoder.h"
+#include "agentx/MasterClock.h"
 #include "agentx/Message.h"
+#include "agentx/MessageStream.h"
+#include "agentx/NotificationQueue.h"
+#include "agentx/Output.h"
+#include "agentx/OwnRequests.h"
+#include "agentx/StandingRequests.h"
 
 namespace snmpsubagent::agentx {
 
@@ -20,8 +28,8 @@ using Time = Clock::time_point;
 struct SessionOptions {
   Oid id;                   // of the subagent, or null (RFC 2741, 6.2.1)
   std::string description;  // of the subagent, up to 255 octets
-  // How long the master agent is to wait for our responses; whole seconds, up to
-  // 255, 0 for the master agent's own default.
+  // How long the master agent is to wait for our responses; whole seconds, up
+  // to 255, 0 for the master agent's own default.
   std::chrono::seconds timeout{5};
   // How long we wait for its responses before the session counts as lost.
   std::chrono::milliseconds responseTimeout{10000};
@@ -34,25 +42,20 @@ struct SessionOptions {
   // The same for a registration that the master agent has refused.
   std::chrono::milliseconds firstRegistrationRetry{1000};
   std::chrono::milliseconds lastRegistrationRetry{60000};
-  // Notifications kept while they can't be sent; beyond it the oldest go.
+  // Notifications kept while there is no session; beyond it the oldest go.
   std::size_t notificationLimit = 1000;
-};
-
-struct Registration {
-  Oid subtree;
-  std::string context;
-  std::uint8_t priority = 127;  // 1 the highest to 255 (RFC 2741, 6.2.3)
-  std::chrono::seconds timeout{0};  // 0 for that of the session
 };
 
 enum class NotificationOutcome {
   Sent,        // the master agent has taken it
   Refused,     // it answered with an error
   Dropped,     // never sent: too many were waiting, or Stop()
-  Unanswered,  // sent, and the session was lost before the response
+  Unanswered,  // sent, or in part, and the session ended before the response
 };
 
-// What a session tells whoever serves it.
+// What a session tells whoever serves it. From each of these all of the session
+// may be called but what the driver tells it and Advance(). OnRequest() may
+// throw std::bad_alloc, which ends the session; else nothing is to be thrown.
 class SessionUser {
  public:
   virtual ~SessionUser() = default;
@@ -63,11 +66,16 @@ class SessionUser {
   // An attempt to connect or open has failed.
   virtual void OnAttemptFailed(std::string_view reason) = 0;
   // Get, GetNext, GetBulk, TestSet, CommitSet, UndoSet or CleanupSet. All but
-  // CleanupSet ask for a response, at once or later, see Session::Output() and
-  // Session::Send().
-  virtual void OnRequest(const Request& request) = 0;
-  // `error` is None when the master agent has taken the registration.
+  // CleanupSet ask for a response: at once, written into `response`, which is
+  // empty, or later with Session::Send().
+  virtual void OnRequest(const Request& request,
+                         std::vector<std::uint8_t>& response) = 0;
+  // `error` is None when the master agent has taken the registration. Not told
+  // for one that has been withdrawn.
   virtual void OnRegistration(std::uint32_t id, Error error) = 0;
+  // The same for agent capabilities.
+  virtual void OnAgentCaps(const Oid& /*id*/, Error /*error*/) {}
+  // Told once for each notification, at the earliest while Notify() runs.
   virtual void OnNotification(std::uint64_t id, NotificationOutcome outcome,
                               Error error) = 0;
 };
@@ -89,22 +97,30 @@ class SessionUser {
 // Requests of our own that wait for a response are limited in number, so that a
 // master agent which is asked for thousands goes on serving its managers.
 //
+// No bytes make it throw. Memory that is short ends the session, as a lost
+// connection does; operations that keep something new, which are Register(),
+// AddAgentCaps() and Notify(), throw std::bad_alloc and keep nothing.
+//
 // Threads: one at a time.
 class Session {
  public:
+  // `user` is borrowed. Notifications that wait when it is destroyed have no
+  // outcome; Stop() gives them one.
   Session(SessionOptions options, SessionUser& user);
-  ~Session();
   Session(const Session&) = delete;
   Session& operator=(const Session&) = delete;
 
   void Start(Time now);
-  // Closes the session: the Close message is in Output() when it returns.
+  // Closes the session: the Close message is in Output() when it returns,
+  // behind what was not sent yet. Notifications get their outcome: those that
+  // were written into Output() are Unanswered, the others Dropped.
   void Stop(Time now);
 
   bool WantsConnection() const;
   bool IsOpen() const;
 
-  // What the driver tells.
+  // What the driver tells. What is left in Output() of an earlier connection
+  // goes with Connected().
   void Connected(Time now);
   void ConnectFailed(Time now, std::string_view reason);
   // The connection broke or was closed by the master agent.
@@ -120,31 +136,117 @@ class Session {
   // Returns false when the connection is to be closed, as Receive() does.
   bool Advance(Time now);
 
-  // What is to be sent. Responses to a request are written behind it while
-  // OnRequest() runs; the driver takes bytes from its front as they are sent.
-  std::vector<std::uint8_t>& Output();
+  // What is to be sent; the driver takes bytes from its front. It changes with
+  // every operation of this class, and so does NextDeadline().
+  agentx::Output& Output() { return output_; }
   // A whole response written apart, for a request that was answered later.
   // Dropped if the session of that request is gone.
-  void Send(const Header& request, const std::vector<std::uint8_t>& response);
+  void Send(const Header& request, const std::vector<std::uint8_t>& response,
+            Time now);
 
   // Registers a subtree now or as soon as there is a session; returns a number
   // for it, which Unregister() withdraws.
   std::uint32_t Register(Registration registration, Time now);
   void Unregister(std::uint32_t id, Time now);
-  // What the master agent answered last, None also while it has not.
+  // Whether the master agent has taken it, in the session that there is now.
+  bool IsRegistered(std::uint32_t id) const;
+  // Those that it has refused and not taken since, in that session.
+  std::vector<RefusedRegistration> RefusedRegistrations() const;
+
   // Agent capabilities of the session (sysORTable, RFC 3418).
   void AddAgentCaps(const Oid& id, const std::string& description,
                     const std::string& context, Time now);
   void RemoveAgentCaps(const Oid& id, const std::string& context, Time now);
 
   // Queues a notification whose varbinds are `payload`, as VarbindWriter makes
-  // them. Each is sent once, in order.
+  // them. Each is sent once, in order. What has not begun to be sent when the
+  // session is lost is sent in the next one.
   std::uint64_t Notify(std::vector<std::uint8_t> payload,
                        const std::string& context, Time now);
 
   // The master agent's sysUpTime in hundredths of a second as of `now`, by the
   // last response that carried it; 0 before there was one.
   std::uint32_t SysUpTime(Time now) const;
+
+  // Notifications that have not been written into Output() yet, and how many
+  // were dropped since the beginning.
+  std::size_t WaitingNotifications() const { return notifications_.Waiting(); }
+  std::uint64_t DroppedNotifications() const { return dropped_; }
+
+ private:
+  enum class State { Stopped, Waiting, Connecting, Opening, Open };
+  using NotificationList = NotificationQueue::List;
+
+  bool HasConnection() const {
+    return state_ == State::Opening || state_ == State::Open;
+  }
+
+  bool IsOfThisSession(const Header& header) const;
+
+  // Runs `step`; memory that is short ends the session.
+  template <typename Step>
+  void Guarded(Time now, const Step& step) {
+    try {
+      step();
+    } catch (const std::bad_alloc&) {
+      if (HasConnection()) End(now, "there is no memory for it");
+    }
+  }
+
+  void Handle(const Message& message, Time now);
+  void HandleRequest(const Message& message, Time now);
+  void HandleClose(const Message& message, Time now);
+  void HandleResponse(const Message& message, Time now);
+  void HandleOpened(std::uint32_t sessionId, Error error, Time now);
+  void HandleAnswer(const OwnRequest& request, Error error, Time now);
+  void TellStanding(const OwnRequest& request, Error error, Time now);
+  void Refuse(const Header& request, Error error);
+
+  // Writes a request of ours with `write`, and expects its response.
+  template <typename Write>
+  void Ask(PduType type, std::uint64_t id, bool inDefaultContext, Time now,
+           const Write& write) {
+    const Header header = NextHeader();
+    write(header);
+    outstanding_.Add({type, id, inDefaultContext, header.packetId,
+                      now + options_.responseTimeout});
+  }
+  Header NextHeader();
+  void SendWhatFits(Time now);
+  bool SendStanding(Time now);
+  bool SendNotification(Time now);
+  void SendPingIfDue(Time now);
+  std::optional<Time> PingTime() const;
+
+  // What was not sent yet is not sent any more.
+  void End(Time now, std::string_view reason);
+  // What was not sent yet, still is.
+  void EndKeepingOutput(Time now, std::string_view reason);
+  void EndUnanswered(Time now);
+  void EndBroken(Time now);
+  void WriteClose(CloseReason reason);
+  void Leave(State state);
+  void Tell(const NotificationList& notifications, NotificationOutcome outcome,
+            Error error = Error::None);
+
+  SessionOptions options_;
+  SessionUser& user_;
+  State state_ = State::Stopped;
+  Backoff retry_;
+  Time nextAttempt_;
+  Time lastHeard_;
+  std::uint32_t generation_ = 0;
+  std::uint32_t sessionId_ = 0;
+  std::uint32_t lastPacketId_ = 0;
+  MasterClock upTime_;
+  MessageStream input_;
+  Decoder decoder_;
+  std::vector<std::uint8_t> response_;
+  agentx::Output output_;
+  OwnRequests outstanding_;
+  StandingRequests standing_;
+  NotificationQueue notifications_;
+  std::uint64_t dropped_ = 0;
 };
 
 }  // namespace snmpsubagent::agentx
