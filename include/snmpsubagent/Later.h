@@ -1,0 +1,92 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#ifndef SNMPSUBAGENT_SNMPSUBAGENT_LATER_H_
+#define SNMPSUBAGENT_SNMPSUBAGENT_LATER_H_
+
+#include <functional>
+#include <memory>
+#include <utility>
+
+#include "snmpsubagent/Export.h"
+#include "snmpsubagent/SetError.h"
+#include "snmpsubagent/Syntax.h"
+
+namespace snmpsubagent {
+
+namespace detail {
+
+// The request that waits for one answer. Answers after the first, and after the
+// request has been given up, are ignored.
+class SNMPSUBAGENT_OBJECTS_EXPORT LaterCall {
+ public:
+  virtual ~LaterCall() = default;
+  // Each takes the agent's lock.
+  virtual void Value(const std::function<void(ValueWriter&)>& write) = 0;
+  virtual void Absent() = 0;
+  // `error` is None for a step of a SET that is done.
+  virtual void Set(SetError error) = 0;
+};
+
+// Fails the request when nobody can answer it any more.
+class SNMPSUBAGENT_OBJECTS_EXPORT LaterAnswer {
+ public:
+  explicit LaterAnswer(std::shared_ptr<LaterCall> call);
+  ~LaterAnswer();
+  LaterAnswer(const LaterAnswer&) = delete;
+  LaterAnswer& operator=(const LaterAnswer&) = delete;
+
+  LaterCall& Call() const { return *call_; }
+
+ private:
+  std::shared_ptr<LaterCall> call_;
+};
+
+}  // namespace detail
+
+// A request that a function of the application's has taken with it, to answer
+// it when it can. Other requests are served meanwhile.
+//
+//   snmp::Scalar pressure(module, "4", [&](snmp::Later<int> reply) {
+//     sensor.Read([reply](int hectopascal) { reply.Answer(hectopascal); });
+//   });
+//
+// One that nobody answers, since all copies are gone or the time that the
+// master agent waits is nearly over, is answered with genErr.
+//
+// Threads: any, also within the function itself. Not in a place that holds a
+// lock for which a function of the application's waits.
+template <typename T>
+class Later {
+ public:
+  explicit Later(std::shared_ptr<detail::LaterCall> call)
+      : answer_(std::make_shared<detail::LaterAnswer>(std::move(call))) {}
+
+  // The first answer counts.
+  void Answer(const T& value) const {
+    answer_->Call().Value(
+        [&value](ValueWriter& writer) { Syntax<T>::Write(writer, value); });
+  }
+  // There is no such instance now: noSuchInstance, and a GETNEXT goes on.
+  void NoInstance() const { answer_->Call().Absent(); }
+  // genErr.
+  void Fail() const { answer_->Call().Set(SetError::GenErr); }
+
+ private:
+  std::shared_ptr<detail::LaterAnswer> answer_;
+};
+
+// The same for an `Apply` function, which accepts with SetError::None.
+template <>
+class Later<SetError> {
+ public:
+  explicit Later(std::shared_ptr<detail::LaterCall> call)
+      : answer_(std::make_shared<detail::LaterAnswer>(std::move(call))) {}
+
+  void Answer(SetError error) const { answer_->Call().Set(error); }
+
+ private:
+  std::shared_ptr<detail::LaterAnswer> answer_;
+};
+
+}  // namespace snmpsubagent
+
+#endif  // SNMPSUBAGENT_SNMPSUBAGENT_LATER_H_

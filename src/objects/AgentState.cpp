@@ -1,0 +1,345 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#include "objects/AgentState.h"
+
+#include <mutex>
+#include <stdexcept>
+#include <utility>
+
+namespace snmpsubagent::detail {
+namespace {
+
+using std::chrono::milliseconds;
+
+// So much earlier than the master agent's timeout is an answer that never comes
+// given up.
+constexpr milliseconds kMargin{500};
+
+AgentOptions Checked(AgentOptions options) {
+  if (options.timeout.count() < 1 || options.timeout.count() > 255) {
+    throw std::invalid_argument("AgentOptions::timeout is 1 to 255 seconds");
+  }
+  if (options.responseTimeout.count() <= 0 || options.firstRetry.count() <= 0 ||
+      options.lastRetry < options.firstRetry ||
+      options.pingInterval.count() < 0) {
+    throw std::invalid_argument("a time in AgentOptions is out of range");
+  }
+  return options;
+}
+
+agentx::SessionOptions SessionOptionsOf(std::string description,
+                                        const AgentOptions& options) {
+  if (description.size() > 255) {
+    throw std::invalid_argument("a description has at most 255 octets");
+  }
+  agentx::SessionOptions session;
+  session.description = std::move(description);
+  session.timeout = options.timeout;
+  session.responseTimeout = options.responseTimeout;
+  session.pingInterval = options.pingInterval;
+  session.firstRetry = options.firstRetry;
+  session.lastRetry = options.lastRetry;
+  session.notificationLimit = options.notificationLimit;
+  return session;
+}
+
+Refusal RefusalOf(const agentx::RefusedRegistration& refused) {
+  return {refused.subtree, refused.context, agentx::ToString(refused.error)};
+}
+
+}  // namespace
+
+AgentState::AgentState(std::string description, AgentOptions options)
+    : options_(Checked(std::move(options))),
+      master_(options_.master),
+      log_(description, options_.log),
+      session_(SessionOptionsOf(std::move(description), options_), *this),
+      requests_(*this) {}
+
+// Whoever owned it last has stopped it, or never started.
+AgentState::~AgentState() = default;
+
+void AgentState::Open(Mode mode) {
+  if (mode_ != Mode::Stopped) throw std::logic_error("the agent is running");
+  connection_ = std::make_shared<Connection>(
+      session_, master_, options_.responseTimeout,
+      [this](auto lookUpAndTell) { LookUp(std::move(lookUpAndTell)); });
+  mode_ = mode;
+  session_.Start(agentx::Clock::now());
+  connection_->Wake();
+}
+
+void AgentState::Start() {
+  const std::lock_guard lock(mutex_);
+  if (mode_ != Mode::Stopped) return;
+  Open(Mode::Thread);
+  try {
+    thread_ =
+        std::thread([self = shared_from_this(), connection = connection_] {
+          self->Loop(connection);
+        });
+  } catch (...) {
+    Stop();
+    throw;
+  }
+}
+
+void AgentState::Run() {
+  std::shared_ptr<Connection> connection;
+  {
+    const std::lock_guard lock(mutex_);
+    Open(Mode::Caller);
+    connection = connection_;
+  }
+  Loop(connection);
+}
+
+int AgentState::Poll() {
+  const std::lock_guard lock(mutex_);
+  Open(Mode::Polled);
+  return connection_->Descriptor();
+}
+
+void AgentState::Dispatch() {
+  const std::lock_guard lock(mutex_);
+  if (const auto connection = connection_) {
+    Serve(*connection, connection->Wait(true));
+  }
+}
+
+void AgentState::Loop(const std::shared_ptr<Connection>& connection) {
+  while (true) {
+    const Connection::Events events = connection->Wait(false);
+    const std::lock_guard lock(mutex_);
+    if (!Serve(*connection, events)) return;
+  }
+}
+
+// False when this connection is no longer the agent's.
+bool AgentState::Serve(Connection& connection,
+                       const Connection::Events& events) {
+  if (&connection != connection_.get()) return false;
+  if (serving_) return true;  // a function of the application's has dispatched
+  const auto keep = connection_;
+  Alone([&] {
+    connection.Serve(events);
+    requests_.Advance(agentx::Clock::now());
+  });
+  Update();
+  return &connection == connection_.get();
+}
+
+void AgentState::Update() {
+  const auto keep = connection_;
+  if (serving_ || !keep) return;
+  Alone([&] { keep->Update(requests_.NextDeadline()); });
+}
+
+// Runs what calls functions of the application's, which may end up here again.
+// Memory that is short ends the session.
+template <typename Work>
+void AgentState::Alone(const Work& work) {
+  serving_ = true;
+  try {
+    work();
+  } catch (const std::exception& exception) {
+    connection_->Abort(exception.what());
+  }
+  serving_ = false;
+}
+
+void AgentState::Stop() {
+  std::thread thread;
+  bool mayWait = false;
+  {
+    const std::lock_guard lock(mutex_);
+    mayWait = mutex_.Depth() == 1;
+    if (mode_ != Mode::Stopped) {
+      mode_ = Mode::Stopped;
+      session_.Stop(agentx::Clock::now());
+      connection_->Update({});
+      connection_->Wake();
+      connection_.reset();
+      opened_.notify_all();
+    }
+    thread = std::move(thread_);
+  }
+  if (!thread.joinable()) return;
+  if (mayWait && thread.get_id() != std::this_thread::get_id()) {
+    thread.join();
+  } else {
+    thread.detach();  // it ends as soon as it gets the lock
+  }
+}
+
+bool AgentState::WaitUntilConnected(milliseconds time) {
+  std::unique_lock lock(mutex_);
+  if (mutex_.Depth() > 1) return IsConnected();
+  return opened_.wait_for(lock, time, [this] { return IsConnected(); });
+}
+
+void AgentState::SetOnSession(
+    std::function<void(const SessionEvent&)> function) {
+  onSession_ = std::make_shared<std::function<void(const SessionEvent&)>>(
+      std::move(function));
+}
+
+void AgentState::SetOnRefusal(std::function<void(const Refusal&)> function) {
+  onRefusal_ = std::make_shared<std::function<void(const Refusal&)>>(
+      std::move(function));
+}
+
+std::vector<Refusal> AgentState::Refusals() const {
+  std::vector<Refusal> refusals;
+  for (const auto& refused : session_.RefusedRegistrations()) {
+    refusals.push_back(RefusalOf(refused));
+  }
+  return refusals;
+}
+
+void AgentState::AddCapability(const Oid& id, const std::string& description) {
+  session_.AddAgentCaps(id, description, options_.context,
+                        agentx::Clock::now());
+  Update();
+}
+
+std::uint32_t AgentState::Register(agentx::Registration registration) {
+  const std::uint32_t id =
+      session_.Register(std::move(registration), agentx::Clock::now());
+  Update();
+  return id;
+}
+
+void AgentState::Unregister(std::uint32_t id) {
+  session_.Unregister(id, agentx::Clock::now());
+  Update();
+}
+
+void AgentState::Respond(const agentx::Header& request, agentx::Error error,
+                         std::uint16_t index) {
+  scratch_.clear();
+  agentx::ResponseWriter writer(scratch_, request);
+  if (error != agentx::Error::None) writer.Refuse(error, index);
+  writer.Finish();
+  session_.Send(request, scratch_);
+}
+
+void AgentState::Respond(const agentx::Header& request,
+                         const std::vector<std::uint8_t>& response) {
+  session_.Send(request, response);
+}
+
+milliseconds AgentState::AnswerTime() const {
+  return std::chrono::duration_cast<milliseconds>(options_.timeout) - kMargin;
+}
+
+void AgentState::Notify(std::vector<std::uint8_t> varbinds,
+                        const std::string& context,
+                        NotificationFunction outcome) {
+  const std::uint64_t id =
+      session_.Notify(std::move(varbinds), context, agentx::Clock::now());
+  if (outcome) outcomes_[id] = std::move(outcome);
+  Update();
+}
+
+SetError AgentState::ReportException(OidView where) noexcept {
+  std::string what = "an exception";
+  try {
+    try {
+      throw;
+    } catch (const std::exception& exception) {
+      what = exception.what();
+    } catch (...) {
+    }
+    Log(LogLevel::Error,
+        ToString(where) +
+            ": a function of the application has thrown: " + what);
+  } catch (...) {
+  }
+  return SetError::GenErr;
+}
+
+void AgentState::OnOpened() {
+  Log(LogLevel::Info, "connected to " + options_.master);
+  opened_.notify_all();
+  TellSession(true, {});
+}
+
+void AgentState::OnEnded(std::string_view reason) {
+  ++epoch_;
+  Log(LogLevel::Warning, "the session with " + options_.master +
+                             " has ended: " + std::string(reason));
+  requests_.Abandon();
+  TellSession(false, reason);
+}
+
+void AgentState::OnAttemptFailed(std::string_view reason) {
+  Log(LogLevel::Warning, std::string(reason));
+}
+
+void AgentState::OnRequest(const agentx::Request& request,
+                           std::vector<std::uint8_t>& response) {
+  requests_.Serve(request, response);
+}
+
+void AgentState::OnRegistration(std::uint32_t id, agentx::Error error) {
+  if (error == agentx::Error::None) return;
+  for (const auto& refused : session_.RefusedRegistrations()) {
+    if (refused.id != id) continue;
+    const Refusal refusal = RefusalOf(refused);
+    Log(LogLevel::Error, ToString(refusal.subtree) +
+                             ": the master agent refuses to register "
+                             "this subtree: " +
+                             refusal.reason +
+                             "; it is tried again until its owner leaves");
+    if (const auto function = onRefusal_; function && *function) {
+      try {
+        (*function)(refusal);
+      } catch (...) {
+        ReportException(refusal.subtree);
+      }
+    }
+  }
+}
+
+void AgentState::OnNotification(std::uint64_t id,
+                                agentx::NotificationOutcome outcome,
+                                agentx::Error error) {
+  if (outcome == agentx::NotificationOutcome::Refused) {
+    Log(LogLevel::Error, "the master agent has refused a notification: " +
+                             agentx::ToString(error));
+  } else if (outcome == agentx::NotificationOutcome::Dropped) {
+    Log(LogLevel::Warning, "a notification was dropped");
+  }
+  auto found = outcomes_.extract(id);
+  if (!found) return;
+  try {
+    found.mapped()({static_cast<NotificationResult::Outcome>(outcome),
+                    error == agentx::Error::None ? std::string()
+                                                 : agentx::ToString(error)});
+  } catch (...) {
+    ReportException({});
+  }
+}
+
+void AgentState::TellSession(bool connected, std::string_view reason) {
+  const auto function = onSession_;
+  if (!function || !*function) return;
+  try {
+    (*function)({connected, std::string(reason)});
+  } catch (...) {
+    ReportException({});
+  }
+}
+
+// A thread of its own for what may wait for a name server.
+void AgentState::LookUp(std::function<std::function<void()>()> lookUpAndTell) {
+  std::thread([weak = weak_from_this(), lookUp = std::move(lookUpAndTell)] {
+    const std::function<void()> tell = lookUp();
+    const auto self = weak.lock();
+    if (!self) return;
+    const std::lock_guard lock(self->mutex_);
+    tell();
+  }).detach();
+}
+
+}  // namespace snmpsubagent::detail

@@ -1,0 +1,290 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#include "objects/Connection.h"
+
+#include <netinet/in.h>
+#include <netinet/tcp.h>
+#include <sys/epoll.h>
+#include <sys/eventfd.h>
+#include <sys/timerfd.h>
+
+#include <cerrno>
+#include <cstring>
+#include <system_error>
+#include <utility>
+
+namespace snmpsubagent::detail {
+namespace {
+
+// What is read from the socket at once; a message may be longer.
+constexpr std::size_t kReadSize = 65536;
+
+// What tells one descriptor's events from another's.
+constexpr std::uint64_t kWake = 0;
+constexpr std::uint64_t kTimer = 1;
+constexpr std::uint64_t kFirstSocket = 2;
+
+void WatchForInput(const class Descriptor& events,
+                   const class Descriptor& descriptor, std::uint64_t name) {
+  epoll_event event{};
+  event.events = EPOLLIN;
+  event.data.u64 = name;
+  epoll_ctl(events.Number(), EPOLL_CTL_ADD, descriptor.Number(), &event);
+}
+
+class Descriptor Opened(int number, const char* what) {
+  if (number < 0) {
+    throw std::system_error(errno, std::generic_category(), what);
+  }
+  return class Descriptor(number);
+}
+
+// What is to be done about a connection that fails so.
+std::string Advice(const std::string& master, int error) {
+  const std::string what =
+      "no connection to " + master + ": " +
+      std::error_code(error, std::generic_category()).message();
+  switch (error) {
+    case ENOENT:
+    case ECONNREFUSED:
+      return what +
+             "; is snmpd running, with \"master agentx\" and this "
+             "agentXSocket in its snmpd.conf?";
+    case EACCES:
+      return what + "; give this user access with agentXPerms in snmpd.conf";
+    default:
+      return what;
+  }
+}
+
+}  // namespace
+
+Connection::Connection(agentx::Session& session, const MasterAddress& master,
+                       std::chrono::milliseconds patience, LookUp lookUp)
+    : session_(session),
+      master_(master),
+      patience_(patience),
+      lookUp_(std::move(lookUp)),
+      events_(Opened(epoll_create1(EPOLL_CLOEXEC), "epoll_create1")),
+      wake_(Opened(eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK), "eventfd")),
+      timer_(Opened(timerfd_create(CLOCK_MONOTONIC, TFD_CLOEXEC | TFD_NONBLOCK),
+                    "timerfd_create")),
+      received_(kReadSize) {
+  WatchForInput(events_, wake_, kWake);
+  WatchForInput(events_, timer_, kTimer);
+}
+
+Connection::~Connection() { ++*attempt_; }
+
+void Connection::Wake() {
+  const std::uint64_t one = 1;
+  // Fails only if it is readable already.
+  [[maybe_unused]] const auto written = write(wake_.Number(), &one, sizeof one);
+}
+
+Connection::Events Connection::Wait(bool atOnce) const {
+  Events happened;
+  happened.count =
+      epoll_wait(events_.Number(), happened.events.data(),
+                 static_cast<int>(happened.events.size()), atOnce ? 0 : -1);
+  return happened;
+}
+
+void Connection::Serve(const Events& happened) {
+  for (int i = 0; i < happened.count; ++i) {
+    const epoll_event& event = happened.events[static_cast<std::size_t>(i)];
+    if (event.data.u64 == kWake || event.data.u64 == kTimer) {
+      const bool isTimer = event.data.u64 == kTimer;
+      std::uint64_t ignored;
+      [[maybe_unused]] const auto got =
+          read((isTimer ? timer_ : wake_).Number(), &ignored, sizeof ignored);
+      if (isTimer) timerSetTo_.reset();
+    } else if (event.data.u64 == kFirstSocket + socketCount_) {
+      ServeSocket(event.events);
+    }
+  }
+  const agentx::Time now = agentx::Clock::now();
+  if (connectDeadline_ && now >= *connectDeadline_) {
+    failure_ = Advice(master_.Text(), ETIMEDOUT);
+    TryNextEndpoint();
+  }
+  if (const auto deadline = session_.NextDeadline();
+      deadline && now >= *deadline && !session_.Advance(now)) {
+    Flush();
+    CloseSocket();
+  }
+}
+
+void Connection::ServeSocket(std::uint32_t events) {
+  if (!socket_.IsOpen()) return;
+  if (connecting_) {
+    FinishConnecting();
+  } else if ((events & ~static_cast<std::uint32_t>(EPOLLOUT)) != 0) {
+    Receive();
+  }
+}
+
+void Connection::Update(std::optional<agentx::Time> deadline) {
+  Flush();
+  if (session_.WantsConnection()) {
+    if (!connecting_ && !socket_.IsOpen()) Connect();
+  } else if (connecting_ || !session_.HasConnection()) {
+    CloseSocket();
+  }
+  for (const auto& other : {session_.NextDeadline(), connectDeadline_}) {
+    if (other && (!deadline || *other < *deadline)) deadline = other;
+  }
+  SetTimer(deadline);
+}
+
+void Connection::Connect() {
+  connecting_ = true;
+  failure_.clear();
+  const std::uint64_t attempt = ++*attempt_;
+  if (Endpoints known = master_.Known(); !known.empty()) {
+    ConnectTo(std::move(known));
+    return;
+  }
+  lookUp_([this, attempt, current = attempt_, master = master_] {
+    std::string reason;
+    Endpoints endpoints = master.LookUp(reason);
+    return [this, attempt, current, endpoints = std::move(endpoints),
+            reason = std::move(reason)] {
+      if (*current != attempt) return;
+      failure_ = reason;
+      ConnectTo(endpoints);
+      Wake();
+    };
+  });
+}
+
+void Connection::ConnectTo(Endpoints endpoints) {
+  endpoints_ = std::move(endpoints);
+  TryNextEndpoint();
+}
+
+// Ends the attempt if there is none left.
+void Connection::TryNextEndpoint() {
+  while (!endpoints_.empty()) {
+    const MasterAddress::Endpoint endpoint = endpoints_.front();
+    endpoints_.erase(endpoints_.begin());
+    const int family = endpoint.address.ss_family;
+    socket_ = class Descriptor(
+        socket(family, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
+    ++socketCount_;
+    watched_ = 0;
+    if (family != AF_UNIX) {
+      const int on = 1;
+      setsockopt(socket_.Number(), IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
+    }
+    if (connect(socket_.Number(),
+                reinterpret_cast<const sockaddr*>(&endpoint.address),
+                endpoint.size) == 0 ||
+        errno == EINPROGRESS) {
+      connectDeadline_ = agentx::Clock::now() + patience_;
+      Watch(EPOLLOUT);
+      return;
+    }
+    failure_ = Advice(master_.Text(), errno);
+  }
+  CloseSocket();
+  session_.ConnectFailed(agentx::Clock::now(), failure_);
+}
+
+void Connection::FinishConnecting() {
+  int error = 0;
+  socklen_t size = sizeof error;
+  getsockopt(socket_.Number(), SOL_SOCKET, SO_ERROR, &error, &size);
+  if (error != 0) {
+    failure_ = Advice(master_.Text(), error);
+    TryNextEndpoint();
+    return;
+  }
+  connecting_ = false;
+  connectDeadline_.reset();
+  endpoints_.clear();
+  Watch(EPOLLIN);
+  session_.Connected(agentx::Clock::now());
+}
+
+void Connection::Receive() {
+  const auto size =
+      recv(socket_.Number(), received_.data(), received_.size(), 0);
+  if (size > 0) {
+    if (!session_.Receive(received_.data(), static_cast<std::size_t>(size),
+                          agentx::Clock::now())) {
+      Flush();
+      CloseSocket();
+    }
+  } else if (size == 0) {
+    Lose("the master agent has closed the connection");
+  } else if (errno != EAGAIN && errno != EINTR) {
+    Lose(std::error_code(errno, std::generic_category()).message());
+  }
+}
+
+// Sends what the socket takes; the rest when it takes more.
+void Connection::Flush() {
+  if (connecting_ || !socket_.IsOpen()) return;
+  agentx::Output& output = session_.Output();
+  while (!output.Empty()) {
+    const auto sent = send(socket_.Number(), output.Data(), output.Size(),
+                           MSG_NOSIGNAL | MSG_DONTWAIT);
+    if (sent > 0) {
+      output.Consume(static_cast<std::size_t>(sent));
+    } else if (errno == EINTR) {
+      continue;
+    } else if (errno == EAGAIN || errno == EWOULDBLOCK) {
+      break;
+    } else {
+      Lose(std::error_code(errno, std::generic_category()).message());
+      return;
+    }
+  }
+  Watch(output.Empty() ? EPOLLIN : EPOLLIN | EPOLLOUT);
+}
+
+void Connection::Lose(const std::string& reason) {
+  CloseSocket();
+  session_.Disconnected(agentx::Clock::now(), reason);
+}
+
+void Connection::Abort(const char* reason) { Lose(reason); }
+
+void Connection::CloseSocket() {
+  ++*attempt_;
+  connecting_ = false;
+  connectDeadline_.reset();
+  endpoints_.clear();
+  socket_.Close();
+  watched_ = 0;
+}
+
+void Connection::Watch(std::uint32_t events) {
+  if (events == watched_) return;
+  epoll_event event{};
+  event.events = events;
+  event.data.u64 = kFirstSocket + socketCount_;
+  epoll_ctl(events_.Number(), watched_ == 0 ? EPOLL_CTL_ADD : EPOLL_CTL_MOD,
+            socket_.Number(), &event);
+  watched_ = events;
+}
+
+// Set anew only when it is to come earlier: a ping that has moved on costs
+// nothing until its old time has come.
+void Connection::SetTimer(std::optional<agentx::Time> deadline) {
+  if (!deadline || (timerSetTo_ && *timerSetTo_ <= *deadline)) return;
+  using std::chrono::nanoseconds;
+  const auto at =
+      std::chrono::duration_cast<nanoseconds>(deadline->time_since_epoch());
+  itimerspec time{};
+  time.it_value.tv_sec = static_cast<time_t>(at.count() / 1'000'000'000);
+  time.it_value.tv_nsec =
+      static_cast<decltype(time.it_value.tv_nsec)>(at.count() % 1'000'000'000);
+  if (time.it_value.tv_sec == 0 && time.it_value.tv_nsec == 0) {
+    time.it_value.tv_nsec = 1;
+  }
+  timerfd_settime(timer_.Number(), TFD_TIMER_ABSTIME, &time, nullptr);
+  timerSetTo_ = deadline;
+}
+
+}  // namespace snmpsubagent::detail

@@ -1,0 +1,13 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#include "snmpsubagent/Later.h"
+
+#include <utility>
+
+namespace snmpsubagent::detail {
+
+LaterAnswer::LaterAnswer(std::shared_ptr<LaterCall> call)
+    : call_(std::move(call)) {}
+
+LaterAnswer::~LaterAnswer() { call_->Set(SetError::GenErr); }
+
+}  // namespace snmpsubagent::detail

@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#include "objects/ModuleState.h"
+
+#include <algorithm>
+#include <mutex>
+#include <stdexcept>
+#include <string>
+#include <utility>
+
+#include "objects/AgentState.h"
+#include "objects/ObjectIndex.h"
+#include "snmpsubagent/SetChange.h"
+
+namespace snmpsubagent::detail {
+namespace {
+
+ModuleOptions WithDefaults(ModuleOptions options, const AgentState& agent) {
+  if (options.priority == 0) {
+    throw std::invalid_argument("a priority is a number from 1 to 255");
+  }
+  if (options.timeout.count() < 0 || options.timeout.count() > 255) {
+    throw std::invalid_argument("a timeout is 0 to 255 seconds");
+  }
+  if (options.context.empty()) options.context = agent.Options().context;
+  return options;
+}
+
+Oid NonEmpty(Oid oid) {
+  if (oid.empty()) throw std::invalid_argument("a subtree needs an OID");
+  return oid;
+}
+
+}  // namespace
+
+ModuleState::ModuleState(std::shared_ptr<AgentState> agent,
+                         std::string_view subtree, ModuleOptions options)
+    : agent_(std::move(agent)),
+      options_(WithDefaults(std::move(options), *agent_)) {
+  AddSubtree(Oid(subtree));
+}
+
+void ModuleState::AddSubtree(Oid subtree) {
+  subtrees_.reserve(subtrees_.size() + 1);
+  registrations_.reserve(subtrees_.size() + 1);
+  agentx::Registration registration{NonEmpty(std::move(subtree)),
+                                    options_.context, options_.priority,
+                                    options_.timeout};
+  Oid kept = registration.subtree;
+  registrations_.push_back(agent_->Register(std::move(registration)));
+  subtrees_.push_back(std::move(kept));
+}
+
+void ModuleState::Close() {
+  open_ = false;
+  while (!objects_.empty()) Remove(*objects_.back());
+  for (const std::uint32_t id : std::exchange(registrations_, {})) {
+    agent_->Unregister(id);
+  }
+  check_.reset();
+}
+
+bool ModuleState::IsRegistered() const {
+  return std::all_of(
+      registrations_.begin(), registrations_.end(),
+      [&](std::uint32_t id) { return agent_->IsRegistered(id); });
+}
+
+Oid ModuleState::Resolve(std::string_view text) const {
+  const std::lock_guard lock(agent_->Mutex());
+  const bool isWhole = !text.empty() && text.front() == '.';
+  const Oid oid = isWhole ? Oid(text) : subtrees_.front() + Oid(text);
+  const bool isOurs = std::any_of(
+      subtrees_.begin(), subtrees_.end(),
+      [&](const Oid& subtree) { return oid.View().StartsWith(subtree); });
+  if (text.empty() || !isOurs) {
+    throw std::invalid_argument("'" + std::string(text) +
+                                "' is no OID within the module " +
+                                ToString(subtrees_.front()));
+  }
+  return oid;
+}
+
+void ModuleState::Add(ManagedObject& object) {
+  if (!open_) throw std::logic_error("the module is gone");
+  objects_.push_back(&object);
+  try {
+    agent_->Requests().IndexOf(options_.context).Add(object);
+  } catch (...) {
+    objects_.pop_back();
+    throw;
+  }
+  object.served_ = true;
+}
+
+void ModuleState::Remove(const ManagedObject& object) {
+  const auto place = std::find(objects_.rbegin(), objects_.rend(), &object);
+  if (place == objects_.rend()) return;
+  (*place)->served_ = false;
+  agent_->Requests().IndexOf(options_.context).Remove(object);
+  objects_.erase(std::next(place).base());
+}
+
+void ModuleState::SetCheck(CheckFunction check) {
+  check_ = check ? std::make_shared<CheckFunction>(std::move(check)) : nullptr;
+}
+
+SetError ModuleState::AskCheck(const Transaction& transaction) {
+  const auto check = check_;
+  if (!check) return SetError::None;
+  try {
+    return (*check)(SetChange(transaction));
+  } catch (...) {
+    return agent_->ReportException(subtrees_.front());
+  }
+}
+
+}  // namespace snmpsubagent::detail

@@ -1,0 +1,57 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#include "objects/ObjectIndex.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace snmpsubagent::detail {
+
+ObjectIndex::Objects::const_iterator ObjectIndex::PlaceBehind(
+    OidView name) const {
+  return std::upper_bound(objects_.begin(), objects_.end(), name,
+                          [](OidView wanted, const ManagedObject* object) {
+                            return wanted < object->Name();
+                          });
+}
+
+void ObjectIndex::Add(ManagedObject& object) {
+  const OidView name = object.Name();
+  const auto place = PlaceBehind(name);
+  const ManagedObject* other = Containing(name);
+  if (!other && place != objects_.end() && (*place)->Name().StartsWith(name)) {
+    other = *place;
+  }
+  if (other) {
+    throw std::invalid_argument(ToString(name) + ": there is an object at " +
+                                ToString(other->Name()));
+  }
+  objects_.insert(place, &object);
+}
+
+void ObjectIndex::Remove(const ManagedObject& object) {
+  const auto place = PlaceBehind(object.Name());
+  if (place == objects_.begin() || *(place - 1) != &object) return;
+  objects_.erase(place - 1);
+}
+
+ManagedObject* ObjectIndex::Containing(OidView name) const {
+  const auto place = PlaceBehind(name);
+  if (place == objects_.begin()) return nullptr;
+  ManagedObject* before = *(place - 1);
+  return name.StartsWith(before->Name()) ? before : nullptr;
+}
+
+ManagedObject* ObjectIndex::ContainingOrBehind(OidView name) const {
+  const auto place = PlaceBehind(name);
+  if (place != objects_.begin() && name.StartsWith((*(place - 1))->Name())) {
+    return *(place - 1);
+  }
+  return place == objects_.end() ? nullptr : *place;
+}
+
+ManagedObject* ObjectIndex::Behind(OidView name) const {
+  const auto place = PlaceBehind(name);
+  return place == objects_.end() ? nullptr : *place;
+}
+
+}  // namespace snmpsubagent::detail

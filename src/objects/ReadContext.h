@@ -1,0 +1,59 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#ifndef SNMPSUBAGENT_OBJECTS_READCONTEXT_H_
+#define SNMPSUBAGENT_OBJECTS_READCONTEXT_H_
+
+#include <cstddef>
+#include <memory>
+#include <vector>
+
+#include "agentx/VarbindWriter.h"
+#include "snmpsubagent/ValueWriter.h"
+#include "snmpsubagent/detail/ManagedObject.h"
+
+namespace snmpsubagent::detail {
+
+class ReadCall;
+class ReadRequest;
+
+// What an object is handed to write an instance into, name first.
+class ReadContext {
+ public:
+  ReadContext(ReadRequest& request, agentx::VarbindWriter& varbinds,
+              const AgentState& agent)
+      : request_(request), varbinds_(varbinds), writer_(varbinds, agent) {}
+
+  // Instances from `end` on are not wanted; an empty one sets no bound.
+  void SetEnd(OidView end) { end_ = end; }
+
+  // Writes the name; false if it is beyond the end.
+  bool Begin(OidView name) {
+    if (!end_.empty() && name >= end_) return false;
+    name_.assign(name.begin(), name.end());
+    place_ = varbinds_.Place();
+    varbinds_.Name(name);
+    return true;
+  }
+  // That of the last Begin().
+  OidView Name() const { return {name_.data(), name_.size()}; }
+  // Takes the name back, and what was written behind it.
+  void Cancel() { varbinds_.Rewind(place_); }
+
+  ValueWriter& Writer() { return writer_; }
+  ReadRequest& Request() { return request_; }
+
+  // The call that answers the instance, if it is to be answered later.
+  std::shared_ptr<ReadCall>& Call() { return call_; }
+
+ private:
+  ReadRequest& request_;
+  agentx::VarbindWriter& varbinds_;
+  ValueWriter writer_;
+  std::shared_ptr<ReadCall> call_;
+  OidView end_;
+  std::vector<SubIdentifier> name_;
+  std::size_t place_ = 0;
+};
+
+}  // namespace snmpsubagent::detail
+
+#endif  // SNMPSUBAGENT_OBJECTS_READCONTEXT_H_

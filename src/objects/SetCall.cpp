@@ -1,0 +1,27 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#include "objects/SetCall.h"
+
+#include <mutex>
+
+#include "objects/AgentState.h"
+
+namespace snmpsubagent::detail {
+
+SetCall::SetCall(Transaction& transaction)
+    : agent_(transaction.Agent().weak_from_this()),
+      transaction_(transaction.weak_from_this()) {}
+
+void SetCall::Set(SetError error) {
+  const auto agent = agent_.lock();
+  if (!agent) return;
+  const std::lock_guard lock(agent->Mutex());
+  const auto transaction = transaction_.lock();
+  if (!transaction) return;
+  transaction_.reset();
+  result_ = error;
+  if (!suspended_) return;
+  transaction->Resume(error);
+  agent->Update();
+}
+
+}  // namespace snmpsubagent::detail

@@ -1,0 +1,114 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#ifndef SNMPSUBAGENT_OBJECTS_TRANSACTION_H_
+#define SNMPSUBAGENT_OBJECTS_TRANSACTION_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <vector>
+
+#include "agentx/Message.h"
+#include "agentx/Session.h"
+#include "snmpsubagent/Later.h"
+#include "snmpsubagent/detail/ManagedObject.h"
+
+namespace snmpsubagent::detail {
+
+class ObjectIndex;
+class SetCall;
+
+// One SET, from its first TestSet to CleanupSet or UndoSet (RFC 2741, 7.2.4).
+//
+//   phase        TestSet   CommitSet       UndoSet        CleanupSet
+//   Tested       stages    -> Committing   drops          drops
+//   Committing   refused   response later  -> Undoing     -> Undoing
+//   Committed    refused   noError         -> Undoing     final
+//   Undoing      refused   response later  response later
+//   Ended        refused   commitFailed    noError
+//
+// A master agent may send each of them several times, once for each
+// registration that the SET concerns: those behind the first find it done.
+//
+// Threads: under the agent's lock.
+class Transaction : public std::enable_shared_from_this<Transaction> {
+ public:
+  Transaction(AgentState& agent, std::uint32_t id) : agent_(agent), id_(id) {}
+
+  std::uint32_t Id() const { return id_; }
+  bool HasEnded() const { return phase_ == Phase::Ended && !running_; }
+
+  // Stages all varbinds of the request and asks the application's checks; the
+  // response is sent. A varbind that is refused drops those of its request.
+  void Test(const agentx::Request& request, const ObjectIndex* index);
+  void Commit(const agentx::Header& request);
+  void Undo(const agentx::Header& request);
+  void Cleanup();
+
+  // The session is gone, or the master agent has forgotten it: undoes what has
+  // been committed.
+  void Abandon();
+
+  Change* Find(const ManagedObject& object) const;
+  void Add(std::unique_ptr<Change> change);
+  const std::vector<std::unique_ptr<Change>>& Changes() const {
+    return changes_;
+  }
+
+  // For Change::Commit() and Change::Undo() that are answered later.
+  std::shared_ptr<LaterCall> MakeCall();
+  bool Answered(SetError& error) const;
+  // The answer has come while nothing of the transaction was running.
+  void Resume(SetError error);
+
+  // When an answer that is to come has taken too long, or the master agent has
+  // said nothing for too long.
+  agentx::Time Deadline() const { return deadline_; }
+  void OnDeadline();
+
+  AgentState& Agent() const { return agent_; }
+
+ private:
+  enum class Phase { Tested, Committing, Committed, Undoing, Ended };
+  struct Failure {
+    agentx::Error error = agentx::Error::None;
+    std::uint16_t index = 0;
+  };
+
+  Failure Stage(const agentx::Request& request, const ObjectIndex* index);
+  Failure CheckFrom(std::size_t first);
+  void Drop(std::size_t first);
+
+  void Proceed();
+  void Take(Step step);
+  Step CallCurrent();
+  void StartUndo(std::size_t count);
+  void EndUndo();
+  void Respond(std::vector<agentx::Header>& waiting, agentx::Error error,
+               std::uint16_t index = 0);
+  void Wait();
+
+  AgentState& agent_;
+  const std::uint32_t id_;
+  Phase phase_ = Phase::Tested;
+  std::vector<std::unique_ptr<Change>> changes_;
+  std::vector<std::uint16_t> varbinds_;  // which one staged each change
+  std::uint16_t varbind_ = 0;            // that is being staged
+
+  std::size_t next_ =
+      0;  // to be committed; undoing, the last one still to undo
+  bool running_ = false;  // a change is at work, somewhere up the stack
+  bool waiting_ = false;  // for an answer that is to come
+  bool undoWanted_ = false;
+  Failure failure_;  // that ended committing
+  bool undoFailed_ = false;
+  std::shared_ptr<SetCall> call_;
+  agentx::Time deadline_;
+
+  // Requests that wait for their response.
+  std::vector<agentx::Header> commits_;
+  std::vector<agentx::Header> undos_;
+};
+
+}  // namespace snmpsubagent::detail
+
+#endif  // SNMPSUBAGENT_OBJECTS_TRANSACTION_H_
