@@ -117,6 +117,10 @@ class Session {
   void Stop(Time now);
 
   bool WantsConnection() const;
+  // Whether there is one, from Connected() to the end of the session.
+  bool HasConnection() const {
+    return state_ == State::Opening || state_ == State::Open;
+  }
   bool IsOpen() const;
 
   // What the driver tells. What is left in Output() of an earlier connection
@@ -176,10 +180,6 @@ class Session {
  private:
   enum class State { Stopped, Waiting, Connecting, Opening, Open };
   using NotificationList = NotificationQueue::List;
-
-  bool HasConnection() const {
-    return state_ == State::Opening || state_ == State::Open;
-  }
 
   bool IsOfThisSession(const Header& header) const;
 

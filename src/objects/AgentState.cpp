@@ -220,12 +220,12 @@ void AgentState::Respond(const agentx::Header& request, agentx::Error error,
   agentx::ResponseWriter writer(scratch_, request);
   if (error != agentx::Error::None) writer.Refuse(error, index);
   writer.Finish();
-  session_.Send(request, scratch_);
+  session_.Send(request, scratch_, agentx::Clock::now());
 }
 
 void AgentState::Respond(const agentx::Header& request,
                          const std::vector<std::uint8_t>& response) {
-  session_.Send(request, response);
+  session_.Send(request, response, agentx::Clock::now());
 }
 
 milliseconds AgentState::AnswerTime() const {

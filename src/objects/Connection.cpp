@@ -23,19 +23,19 @@ constexpr std::uint64_t kWake = 0;
 constexpr std::uint64_t kTimer = 1;
 constexpr std::uint64_t kFirstSocket = 2;
 
-void WatchForInput(const class Descriptor& events,
-                   const class Descriptor& descriptor, std::uint64_t name) {
+void WatchForInput(const FileDescriptor& events,
+                   const FileDescriptor& descriptor, std::uint64_t name) {
   epoll_event event{};
   event.events = EPOLLIN;
   event.data.u64 = name;
   epoll_ctl(events.Number(), EPOLL_CTL_ADD, descriptor.Number(), &event);
 }
 
-class Descriptor Opened(int number, const char* what) {
+FileDescriptor Opened(int number, const char* what) {
   if (number < 0) {
     throw std::system_error(errno, std::generic_category(), what);
   }
-  return class Descriptor(number);
+  return FileDescriptor(number);
 }
 
 // What is to be done about a connection that fails so.
@@ -168,7 +168,7 @@ void Connection::TryNextEndpoint() {
     const MasterAddress::Endpoint endpoint = endpoints_.front();
     endpoints_.erase(endpoints_.begin());
     const int family = endpoint.address.ss_family;
-    socket_ = class Descriptor(
+    socket_ = FileDescriptor(
         socket(family, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
     ++socketCount_;
     watched_ = 0;
@@ -226,11 +226,11 @@ void Connection::Receive() {
 void Connection::Flush() {
   if (connecting_ || !socket_.IsOpen()) return;
   agentx::Output& output = session_.Output();
-  while (!output.Empty()) {
-    const auto sent = send(socket_.Number(), output.Data(), output.Size(),
+  while (!output.empty()) {
+    const auto sent = send(socket_.Number(), output.data(), output.size(),
                            MSG_NOSIGNAL | MSG_DONTWAIT);
     if (sent > 0) {
-      output.Consume(static_cast<std::size_t>(sent));
+      output.Sent(static_cast<std::size_t>(sent));
     } else if (errno == EINTR) {
       continue;
     } else if (errno == EAGAIN || errno == EWOULDBLOCK) {
@@ -240,7 +240,7 @@ void Connection::Flush() {
       return;
     }
   }
-  Watch(output.Empty() ? EPOLLIN : EPOLLIN | EPOLLOUT);
+  Watch(output.empty() ? EPOLLIN : EPOLLIN | EPOLLOUT);
 }
 
 void Connection::Lose(const std::string& reason) {

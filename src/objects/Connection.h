@@ -13,7 +13,7 @@
 #include <vector>
 
 #include "agentx/Session.h"
-#include "objects/Descriptor.h"
+#include "objects/FileDescriptor.h"
 #include "objects/MasterAddress.h"
 
 namespace snmpsubagent::detail {
@@ -81,10 +81,10 @@ class Connection {
   const std::chrono::milliseconds patience_;
   LookUp lookUp_;
 
-  class Descriptor events_;  // epoll, over the following
-  class Descriptor wake_;
-  class Descriptor timer_;
-  class Descriptor socket_;
+  FileDescriptor events_;  // epoll, over the following
+  FileDescriptor wake_;
+  FileDescriptor timer_;
+  FileDescriptor socket_;
   std::uint32_t socketCount_ = 0;  // tells the events of an earlier one
   std::uint32_t watched_ = 0;
   std::optional<agentx::Time> timerSetTo_;

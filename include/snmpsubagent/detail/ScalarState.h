@@ -117,6 +117,9 @@ class TypedScalar final : public ScalarState {
  private:
   using Functions = ScalarFunctions<T>;
 
+  SetError NewValue(const ValueView& value, const T& before, T& after) const;
+  SetError StageChange(T before, T after, Transaction& transaction);
+
   std::unique_ptr<Source<T>> source_;
   std::shared_ptr<const Functions> functions_;
 };
@@ -155,29 +158,49 @@ class ScalarChange final : public Change {
 
 template <typename T>
 SetError TypedScalar<T>::Decode(const ValueView& value) const {
-  if constexpr (std::is_default_constructible_v<T>) {
+  if constexpr (CanRead<T>) {
     T decoded{};
     return Syntax<T>::Read(value, decoded);
   } else {
-    return SetError::None;
+    return SetError::NotWritable;
   }
 }
 
 template <typename T>
 SetError TypedScalar<T>::StageValue(const ValueView& value,
                                     Transaction& transaction) {
-  const std::optional<T> before = Load();
-  if (!before) return SetError::InconsistentName;
-  T after = *before;
-  if (const SetError error = Syntax<T>::Read(value, after);
-      error != SetError::None) {
-    return error;
+  if constexpr (CanRead<T>) {
+    const std::optional<T> before = Load();
+    if (!before) return SetError::InconsistentName;
+    T after = *before;
+    const SetError error = NewValue(value, *before, after);
+    return error == SetError::None
+               ? StageChange(*before, std::move(after), transaction)
+               : error;
+  } else {
+    return SetError::NotWritable;
   }
+}
+
+// What a manager's value makes of the one before.
+template <typename T>
+SetError TypedScalar<T>::NewValue(const ValueView& value, const T& before,
+                                  T& after) const {
+  const SetError error = Syntax<T>::Read(value, after);
   if constexpr (std::is_same_v<T, TestAndIncr>) {
-    if (!(after == *before)) return SetError::InconsistentValue;
+    if (error == SetError::None && !(after == before)) {
+      return SetError::InconsistentValue;
+    }
     const bool last = after.value == std::numeric_limits<std::int32_t>::max();
     after.value = last ? 0 : after.value + 1;
   }
+  return error;
+}
+
+// Of an object that the request names twice, both values have to be the same.
+template <typename T>
+SetError TypedScalar<T>::StageChange(T before, T after,
+                                     Transaction& transaction) {
   if (const auto* staged =
           static_cast<ScalarChange<T>*>(FindChange(transaction, *this))) {
     return staged->After() == after ? SetError::None
@@ -186,7 +209,7 @@ SetError TypedScalar<T>::StageValue(const ValueView& value,
   AddChange(transaction,
             std::make_unique<ScalarChange<T>>(
                 std::static_pointer_cast<TypedScalar>(shared_from_this()),
-                *before, std::move(after)));
+                std::move(before), std::move(after)));
   return SetError::None;
 }
 

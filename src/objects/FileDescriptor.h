@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
-#ifndef SNMPSUBAGENT_OBJECTS_DESCRIPTOR_H_
-#define SNMPSUBAGENT_OBJECTS_DESCRIPTOR_H_
+#ifndef SNMPSUBAGENT_OBJECTS_FILEDESCRIPTOR_H_
+#define SNMPSUBAGENT_OBJECTS_FILEDESCRIPTOR_H_
 
 #include <unistd.h>
 
@@ -9,13 +9,13 @@
 namespace snmpsubagent::detail {
 
 // Owns a file descriptor; -1 for none.
-class Descriptor {
+class FileDescriptor {
  public:
-  explicit Descriptor(int number = -1) : number_(number) {}
-  ~Descriptor() { Close(); }
-  Descriptor(Descriptor&& other) noexcept
+  explicit FileDescriptor(int number = -1) : number_(number) {}
+  ~FileDescriptor() { Close(); }
+  FileDescriptor(FileDescriptor&& other) noexcept
       : number_(std::exchange(other.number_, -1)) {}
-  Descriptor& operator=(Descriptor&& other) noexcept {
+  FileDescriptor& operator=(FileDescriptor&& other) noexcept {
     if (this != &other) {
       Close();
       number_ = std::exchange(other.number_, -1);
@@ -36,4 +36,4 @@ class Descriptor {
 
 }  // namespace snmpsubagent::detail
 
-#endif  // SNMPSUBAGENT_OBJECTS_DESCRIPTOR_H_
+#endif  // SNMPSUBAGENT_OBJECTS_FILEDESCRIPTOR_H_
