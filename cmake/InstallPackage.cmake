@@ -12,7 +12,8 @@ set(pkgConfigDir "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 install(TARGETS SnmpSubAgent EXPORT SnmpSubAgentTargets
   INCLUDES DESTINATION "${headersDir}")
 install(DIRECTORY include/ platform/ DESTINATION "${headersDir}"
-  FILES_MATCHING PATTERN "*.h" PATTERN host EXCLUDE)
+  FILES_MATCHING PATTERN "*.h" PATTERN host EXCLUDE
+  PATTERN "snmpsubagent*" EXCLUDE)
 if(TARGET SnmpSubAgentPlatform)
   install(TARGETS SnmpSubAgentPlatform EXPORT SnmpSubAgentTargets
     INCLUDES DESTINATION "${headersDir}")
