@@ -5,7 +5,9 @@
 #include <stdexcept>
 #include <utility>
 
-#include "agentx/Text.h"
+#include "testkit/agentx/Text.h"
+
+namespace agentx = testkit::agentx;
 
 namespace {
 

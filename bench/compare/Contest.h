@@ -31,7 +31,7 @@ class Contest {
  private:
   struct Slice {
     double cost;  // microseconds per request
-    std::vector<agentx::Response> answers;
+    std::vector<testkit::agentx::Response> answers;
   };
 
   // How many requests keep the subject busy for the time of a slice.
@@ -49,8 +49,9 @@ class Contest {
 
 // Throws std::runtime_error, with request and answers, unless both are the
 // same.
-void RequireSameAnswer(const agentx::Body& request, const Subject& a,
-                       const agentx::Response& answerOfA, const Subject& b,
-                       const agentx::Response& answerOfB);
+void RequireSameAnswer(const testkit::agentx::Body& request, const Subject& a,
+                       const testkit::agentx::Response& answerOfA,
+                       const Subject& b,
+                       const testkit::agentx::Response& answerOfB);
 
 #endif  // SNMPSUBAGENT_BENCH_COMPARE_CONTEST_H_

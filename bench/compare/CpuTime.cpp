@@ -8,6 +8,8 @@
 #include "master/DirectMaster.h"
 #include "master/SnmpdMaster.h"
 
+namespace agentx = testkit::agentx;
+
 namespace {
 
 using std::chrono_literals::operator""ms;

@@ -6,8 +6,8 @@
 
 #include "compare/Contest.h"
 #include "compare/Experiments.h"
-#include "integration/support/ScratchDirectory.h"
 #include "master/DirectMaster.h"
+#include "testkit/ScratchDirectory.h"
 
 namespace {
 
@@ -25,7 +25,7 @@ double TotalIn(const std::string& profile) {
 // All instructions of a subagent that is started, asked and ended.
 double Count(const Publisher& publisher, unsigned int count,
              const Workload& workload, unsigned int requests) {
-  const support::ScratchDirectory directory;
+  const testkit::ScratchDirectory directory;
   const std::string profile = directory.Path() / "profile";
   Subject subject(
       publisher, count, std::make_unique<DirectMaster>(),

@@ -8,6 +8,8 @@
 #include "compare/Statistics.h"
 #include "master/DirectMaster.h"
 
+namespace agentx = testkit::agentx;
+
 namespace {
 
 constexpr unsigned int kScalars = 100;

@@ -10,8 +10,10 @@
 #include <stdexcept>
 
 #include "compare/Workload.h"
-#include "integration/support/FileDescriptor.h"
 #include "objects/objects.h"
+#include "testkit/FileDescriptor.h"
+
+namespace agentx = testkit::agentx;
 
 namespace {
 
@@ -44,15 +46,15 @@ Subject::Subject(const Publisher& publisher, unsigned int count,
     : name_(publisher.Name()), master_(std::move(master)) {
   // A ping would be a request that nobody counts.
   directory_.Write("bench.conf", "agentXPingInterval 3600\n");
-  const support::FileDescriptor output(
+  const testkit::FileDescriptor output(
       open(Log().c_str(), O_CREAT | O_WRONLY | O_CLOEXEC, 0600));
-  process_ = std::make_unique<support::ChildProcess>(
+  process_ = std::make_unique<testkit::ChildProcess>(
       Command(publisher, master_->Port(), count, tool),
       std::map<std::string, std::string>{
           {"MIBS", ""},
           {"SNMPCONFPATH", directory_.Path()},
           {"SNMP_PERSISTENT_DIR", directory_.Path()}},
-      support::ChildProcess::Streams{output.Number(), output.Number()});
+      testkit::ChildProcess::Streams{output.Number(), output.Number()});
   try {
     master_->Connect(SubtreesOf(publisher.kind, count),
                      LastObjectOf(publisher.kind, count));

@@ -8,9 +8,9 @@
 #include <string>
 #include <vector>
 
-#include "integration/support/ChildProcess.h"
-#include "integration/support/ScratchDirectory.h"
 #include "master/Master.h"
+#include "testkit/ChildProcess.h"
+#include "testkit/ScratchDirectory.h"
 
 // Who publishes something, and how: one of the kinds of bench_peer, or of
 // bench_subagent.
@@ -35,7 +35,7 @@ class Subject {
 
   const std::string& Name() const { return name_; }
 
-  agentx::Response Put(const agentx::Body& request) {
+  testkit::agentx::Response Put(const testkit::agentx::Body& request) {
     return master_->Put(request);
   }
 
@@ -56,8 +56,8 @@ class Subject {
 
   std::string name_;
   std::unique_ptr<Master> master_;
-  support::ScratchDirectory directory_;
-  std::unique_ptr<support::ChildProcess> process_;
+  testkit::ScratchDirectory directory_;
+  std::unique_ptr<testkit::ChildProcess> process_;
 };
 
 #endif  // SNMPSUBAGENT_BENCH_COMPARE_SUBJECT_H_

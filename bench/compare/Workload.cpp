@@ -3,10 +3,12 @@
 
 #include "objects/objects.h"
 
+namespace agentx = testkit::agentx;
+
 namespace {
 
-using agentx::Oid;
-using agentx::SearchRange;
+using testkit::agentx::Oid;
+using testkit::agentx::SearchRange;
 
 // What of `count` a step is about, from 1: a stride through all of them that
 // jumps to and fro, as the prime is no factor of the counts in use.

@@ -4,11 +4,11 @@
 
 #include <functional>
 
-#include "agentx/Pdu.h"
+#include "testkit/agentx/Pdu.h"
 
 // The request of every step, counted from 0: the same for each subagent, going
 // to and fro over all scalars or rows in an order that repeats itself.
-using Workload = std::function<agentx::Body(unsigned int step)>;
+using Workload = std::function<testkit::agentx::Body(unsigned int step)>;
 
 // GET, or GETNEXT, of one scalar of `count`.
 Workload GetScalar(unsigned int count);
@@ -29,8 +29,8 @@ Workload SendNotifications(int count);
 
 // The object of scalar `k`, the first column of row `r`, and the scalar of the
 // notifications.
-agentx::Oid ScalarOid(unsigned int k);
-agentx::Oid CellOid(unsigned int column, unsigned int row);
-agentx::Oid NotifiedOid();
+testkit::agentx::Oid ScalarOid(unsigned int k);
+testkit::agentx::Oid CellOid(unsigned int column, unsigned int row);
+testkit::agentx::Oid NotifiedOid();
 
 #endif  // SNMPSUBAGENT_BENCH_COMPARE_WORKLOAD_H_

@@ -3,6 +3,8 @@
 
 #include <map>
 
+namespace agentx = testkit::agentx;
+
 namespace {
 
 // Under callgrind a subagent is slow, and so is an iterator with many rows.

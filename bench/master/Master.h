@@ -4,7 +4,7 @@
 
 #include <cstddef>
 
-#include "agentx/Pdu.h"
+#include "testkit/agentx/Pdu.h"
 
 // The master agent of one subagent, through which the benchmarks put their
 // requests. Requests and answers have the form of AgentX messages: Get, GetNext
@@ -22,11 +22,13 @@ class Master {
   // Waits until the subagent has connected and registered that many subtrees,
   // `object` being in the last of them. Throws std::runtime_error if it does
   // not.
-  virtual void Connect(std::size_t subtrees, const agentx::Oid& object) = 0;
+  virtual void Connect(std::size_t subtrees,
+                       const testkit::agentx::Oid& object) = 0;
 
   // Puts a request and returns the answer. Throws std::runtime_error if there
   // is none.
-  virtual agentx::Response Put(const agentx::Body& request) = 0;
+  virtual testkit::agentx::Response Put(
+      const testkit::agentx::Body& request) = 0;
 };
 
 #endif  // SNMPSUBAGENT_BENCH_MASTER_MASTER_H_

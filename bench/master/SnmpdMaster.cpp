@@ -10,12 +10,14 @@
 #include <string>
 #include <vector>
 
-#include "integration/support/Deadlines.h"
-#include "integration/support/WaitFor.h"
+#include "testkit/Deadlines.h"
+#include "testkit/WaitFor.h"
+
+namespace agentx = testkit::agentx;
 
 namespace {
 
-using agentx::Varbind;
+using testkit::agentx::Varbind;
 
 constexpr long kTimeout = 60'000'000;  // microseconds
 
@@ -125,7 +127,7 @@ void SnmpdMaster::Connect(std::size_t, const agentx::Oid& object) {
     return type != agentx::Type::kNoSuchObject &&
            type != agentx::Type::kNoSuchInstance;
   };
-  if (!support::WaitFor(served, support::Deadlines::Session())) {
+  if (!testkit::WaitFor(served, testkit::Deadlines::Session())) {
     throw std::runtime_error("the subagent has not connected to snmpd");
   }
 }

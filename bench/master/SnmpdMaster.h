@@ -4,8 +4,8 @@
 
 #include <memory>
 
-#include "integration/support/MasterAgent.h"
 #include "master/Master.h"
+#include "testkit/MasterAgent.h"
 
 struct snmp_session;
 
@@ -16,11 +16,12 @@ class SnmpdMaster : public Master {
   ~SnmpdMaster() override;
 
   int Port() const override { return agent_.AgentXPort(); }
-  void Connect(std::size_t subtrees, const agentx::Oid& object) override;
-  agentx::Response Put(const agentx::Body& request) override;
+  void Connect(std::size_t subtrees,
+               const testkit::agentx::Oid& object) override;
+  testkit::agentx::Response Put(const testkit::agentx::Body& request) override;
 
  private:
-  support::MasterAgent agent_;
+  testkit::MasterAgent agent_;
   snmp_session* manager_;
 };
 

@@ -7,7 +7,7 @@
 
 #include "RandomPdu.h"
 #include "Reference.h"
-#include "agentx/Samples.h"
+#include "support/Samples.h"
 
 namespace snmpsubagent::agentx {
 namespace {

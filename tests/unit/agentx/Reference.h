@@ -5,14 +5,14 @@
 #include <string>
 #include <vector>
 
-#include "agentx/Codec.h"
 #include "agentx/Message.h"
+#include "testkit/agentx/Codec.h"
 
 // The tests' own reading of RFC 2741, which knows nothing of the one under
 // test: what one writes, the other has to read to the same.
 namespace snmpsubagent::agentx {
 
-namespace reference = ::agentx;
+namespace reference = testkit::agentx;
 using reference::Bytes;
 
 inline reference::Oid ToReference(OidView oid) {

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#ifndef SNMPSUBAGENT_TESTKIT_WAITFOR_H_
+#define SNMPSUBAGENT_TESTKIT_WAITFOR_H_
+
+#include <chrono>
+#include <functional>
+
+namespace testkit {
+
+// Waits until `condition` holds, asking again and again; returns whether it
+// came to hold before the deadline.
+bool WaitFor(const std::function<bool()>& condition,
+             std::chrono::milliseconds deadline);
+
+}  // namespace testkit
+
+#endif  // SNMPSUBAGENT_TESTKIT_WAITFOR_H_

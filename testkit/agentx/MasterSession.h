@@ -1,0 +1,103 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#ifndef SNMPSUBAGENT_TESTKIT_AGENTX_MASTERSESSION_H_
+#define SNMPSUBAGENT_TESTKIT_AGENTX_MASTERSESSION_H_
+
+#include <chrono>
+#include <cstdint>
+#include <functional>
+#include <stdexcept>
+#include <vector>
+
+#include "testkit/FileDescriptor.h"
+#include "testkit/agentx/Codec.h"
+#include "testkit/agentx/Pdu.h"
+
+namespace testkit::agentx {
+
+// The subagent is waited for in vain: it has closed the connection, or stays
+// silent for too long.
+struct NoSubAgent : std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+// The master agent's end of one AgentX session. It grants the subagent whatever
+// it asks for, and puts requests of its own.
+//
+// Every operation that waits throws NoSubAgent.
+//
+// Threads: one.
+class MasterSession {
+ public:
+  // `patience` is how long the subagent may stay silent while it is waited for,
+  // `id` is the number that the session will have.
+  MasterSession(FileDescriptor connection, std::chrono::seconds patience,
+                std::uint32_t id = 1);
+
+  std::uint32_t Id() const { return id_; }
+
+  // Puts requests in the byte order of these flags (see Header) from now on.
+  void SetByteOrder(std::uint8_t flags) { byteOrder_ = flags; }
+
+  // Grants what the subagent asks until `done` holds, which is asked after
+  // every message.
+  void ServeUntil(const std::function<bool()>& done);
+
+  // The next message of the subagent, which waits for its answer.
+  Pdu Next();
+
+  // Takes note of what the subagent asks and grants it.
+  void Grant(const Pdu& asked);
+
+  // Answers what the subagent asks.
+  void Answer(const Pdu& asked, std::uint16_t error);
+
+  // Sends these bytes, which may be no message at all.
+  void SendBytes(const Bytes& bytes);
+
+  // Ends the connection in a way that the subagent sees as a failure.
+  void Reset();
+
+  // Sends a request, as part of a new transaction or of the one named; returns
+  // the packet id that its response will have.
+  std::uint32_t Send(const Body& request);
+  std::uint32_t Send(const Body& request, std::uint32_t transactionId);
+
+  // The next response to a request, whichever it answers. What the subagent
+  // asks meanwhile is granted.
+  Pdu Receive();
+
+  // Sends a request and returns its response, as part of a new transaction or
+  // of the one named. Requires: no other is open.
+  Response Ask(const Body& request);
+  Response Ask(const Body& request, std::uint32_t transactionId);
+
+  // The number of a transaction that is still to begin.
+  std::uint32_t NewTransaction() { return ++lastTransactionId_; }
+
+  // A SET in all its phases: the response to CommitSet or, when the subagent
+  // refuses, to TestSet. When it returns, the value is written.
+  Response Set(const std::vector<Varbind>& varbinds);
+
+  // The subtrees that are registered now.
+  const std::vector<Oid>& Registered() const { return registered_; }
+
+  // The notifications received since the last call.
+  std::vector<Notify> TakeNotifications();
+
+ private:
+  std::uint32_t Uptime() const;
+
+  FileDescriptor connection_;
+  std::chrono::steady_clock::time_point start_;
+  std::uint32_t id_;
+  std::uint8_t byteOrder_ = kNetworkByteOrder;
+  Bytes received_;  // and not yet consumed
+  std::uint32_t lastPacketId_ = 0;
+  std::uint32_t lastTransactionId_ = 0;
+  std::vector<Oid> registered_;
+  std::vector<Notify> notifications_;
+};
+
+}  // namespace testkit::agentx
+
+#endif  // SNMPSUBAGENT_TESTKIT_AGENTX_MASTERSESSION_H_

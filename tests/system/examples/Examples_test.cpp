@@ -1,0 +1,97 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "ExampleProcess.h"
+#include "testkit/TrapReceiver.h"
+
+using testing::ContainsRegex;
+using testing::ElementsAre;
+using testing::EndsWith;
+
+namespace {
+
+const std::string kExamples = ".1.3.6.1.4.1.32473.3";
+
+TEST(TheScalarExample, ShowsWhatItWorksWith) {
+  ExampleProcess example("scalar");
+  EXPECT_TRUE(example.Shows(kExamples + ".1.1.0", "INTEGER: 4"));
+  EXPECT_TRUE(example.Shows(kExamples + ".1.2.0", "Counter32: "));
+  EXPECT_TRUE(example.Shows(kExamples + ".1.3.0", "INTEGER: 1"));
+  EXPECT_TRUE(example.Shows(kExamples + ".1.5.0", "\"P-200\""));
+  EXPECT_TRUE(
+      example.Manager().Set({kExamples + ".1.4.0", "s", "pump 7"}).Succeeded());
+  EXPECT_TRUE(example.Shows(kExamples + ".1.4.0", "\"pump 7\""));
+  EXPECT_EQ(example.End(), 0);
+}
+
+TEST(TheCallbackExample, BringsTheValueBackIntoRangeAndActsOnIt) {
+  ExampleProcess example("callback");
+  EXPECT_TRUE(example.Shows(kExamples + ".2.2.0", "INTEGER: 0"));
+  EXPECT_TRUE(
+      example.Manager().Set({kExamples + ".2.1.0", "i", "150"}).Succeeded());
+  EXPECT_TRUE(example.Says("valveWanted is 100"));
+  EXPECT_TRUE(example.Shows(kExamples + ".2.1.0", "INTEGER: 100"));
+  EXPECT_TRUE(example.Shows(kExamples + ".2.2.0", "INTEGER: 100"));
+  EXPECT_EQ(example.End(), 0);
+}
+
+TEST(TheIteratorTableExample, ShowsItsRowsAndRemovesOne) {
+  ExampleProcess example("iterator_table");
+  const std::string table = kExamples + ".3";
+  EXPECT_TRUE(example.Shows(table + ".1.2.2", "Counter32: "));
+  EXPECT_THAT(
+      example.Manager().Objects(table + ".1.3"),
+      ElementsAre(table + ".1.3.1 = INTEGER: 1", table + ".1.3.2 = INTEGER: 1",
+                  table + ".1.3.10 = INTEGER: 1"));
+  EXPECT_TRUE(example.Manager().Set({table + ".1.3.2", "i", "2"}).Succeeded());
+  EXPECT_TRUE(example.Shows(table + ".1.3.2", "No Such Instance"));
+  EXPECT_TRUE(example.Shows(table + ".1.3.10", "INTEGER: 1"));
+  EXPECT_EQ(example.End(), 0);
+}
+
+TEST(TheDataSetTableExample, ShowsItsEvents) {
+  ExampleProcess example("dataset_table");
+  const std::string table = kExamples + ".4";
+  EXPECT_TRUE(example.Shows(table + ".1.2.2", "STRING: \"all is well\""));
+  EXPECT_TRUE(example.Shows(table + ".1.2.1", "STRING: \"connected\""));
+  EXPECT_EQ(example.End(), 0);
+}
+
+TEST(TheTrapsExample, SendsOneByItselfAndTwoForASet) {
+  const testkit::TrapReceiver receiver;
+  ExampleProcess example("traps", receiver.SinkConfiguration());
+  const std::string tank = kExamples + ".5";
+  ASSERT_TRUE(receiver.WaitForCount(1));
+  EXPECT_THAT(receiver.Received()[0],
+              ContainsRegex(tank + ".0.1; " + tank + ".1.1.0 = INTEGER: .*; " +
+                            tank + ".1.2.0 = STRING: \"cellar\"$"));
+  EXPECT_TRUE(example.Manager().Set({tank + ".1.3.0", "i", "1"}).Succeeded());
+  ASSERT_TRUE(receiver.WaitForCount(3));
+  EXPECT_THAT(receiver.Received()[2],
+              EndsWith(tank + ".0.2; " + tank + ".1.3.0 = INTEGER: 1"));
+  EXPECT_EQ(example.End(), 0);
+}
+
+TEST(ThePlatformExample, LogsWithTheDevicesOwnLibrary) {
+  ExampleProcess example("platform");
+  EXPECT_TRUE(example.Shows(kExamples + ".6.1.0", "INTEGER: 21"));
+  EXPECT_TRUE(example.Says(
+      "device<6> SNMP: Node = temperature; Net-SNMP data node registration "
+      "was successful."));
+  EXPECT_EQ(example.End(), 0);
+}
+
+TEST(TheEventLoopExample, IsToldOfConnectionsAndSetsInItsLoop) {
+  ExampleProcess example("event_loop");
+  EXPECT_TRUE(example.Says("connected, the goal is 0"));
+  EXPECT_TRUE(example.Shows(kExamples + ".7.1.0", "INTEGER: "));
+  EXPECT_TRUE(
+      example.Manager().Set({kExamples + ".7.2.0", "i", "3"}).Succeeded());
+  EXPECT_TRUE(example.Says("connected, the goal is 3"));
+  EXPECT_EQ(example.End(), 0);
+}
+
+}  // namespace
