@@ -7,8 +7,8 @@
 namespace testkit {
 
 // How long the tests wait for what must happen, all in one place. A deadline
-// only bounds a failing test: a passing one goes on as soon as it can. All are
-// stretched under sanitizers and valgrind.
+// only bounds a failing test: a passing one continues as soon as it can. All
+// are longer under sanitizers and valgrind.
 class Deadlines {
  public:
   // For one of the command-line tools to answer.

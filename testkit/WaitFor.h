@@ -7,8 +7,7 @@
 
 namespace testkit {
 
-// Waits until `condition` holds, asking again and again; returns whether it
-// came to hold before the deadline.
+// Polls until `condition` is true; returns whether it was before the deadline.
 bool WaitFor(const std::function<bool()>& condition,
              std::chrono::milliseconds deadline);
 

@@ -8,13 +8,11 @@
 #include "compare/Subject.h"
 #include "compare/Workload.h"
 
-// The same requests put to several subjects, all alive at once, which take
-// turns in short slices: whatever else the machine does meets all of them
-// alike.
+// Sends the same requests to several subjects, which run alternately in short
+// slices, so that other load of the machine affects all of them.
 //
-// Slices are as long in time, so that none suffers more than another from what
-// the others leave behind in the caches; a fast subject gets further in the
-// sequence of requests than a slow one.
+// Slices are equally long in time, so that the caches are equally cold for all;
+// a fast subject gets further in the sequence of requests than a slow one.
 class Contest {
  public:
   // The CPU time per request of one subject, in microseconds, round by round.
@@ -24,8 +22,8 @@ class Contest {
   Contest(std::vector<Subject*> subjects, Workload workload);
 
   // Runs rounds, of a slice for each subject, for about `budget`, and at least
-  // five. Returns the costs of each subject. Throws std::runtime_error when an
-  // answer differs from what the first subject answers to the same request.
+  // five. Returns the costs of each subject. Throws std::runtime_error when a
+  // response differs from the first subject's to the same request.
   std::vector<Costs> Run(std::chrono::milliseconds budget);
 
  private:
@@ -34,7 +32,7 @@ class Contest {
     std::vector<testkit::agentx::Response> answers;
   };
 
-  // How many requests keep the subject busy for the time of a slice.
+  // How many requests take the time of a slice.
   unsigned int LengthFor(Subject& subject);
 
   Slice RunSlice(std::size_t subject);
@@ -47,8 +45,8 @@ class Contest {
   unsigned int step_ = 0;              // at which the current round began
 };
 
-// Throws std::runtime_error, with request and answers, unless both are the
-// same.
+// Throws std::runtime_error, with request and responses, unless both responses
+// are equal.
 void RequireSameAnswer(const testkit::agentx::Body& request, const Subject& a,
                        const testkit::agentx::Response& answerOfA,
                        const Subject& b,

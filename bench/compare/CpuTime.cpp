@@ -41,8 +41,8 @@ class Pair {
     return {name, kUnit, peer_.Name(), costs[0], costs[1], goal};
   }
 
-  // Puts the same 100 requests to both; throws std::runtime_error when two
-  // answers differ.
+  // Sends the same 100 requests to both; throws std::runtime_error when two
+  // responses differ.
   void Compare(const Workload& workload) {
     for (unsigned int step = 0; step < 100; ++step) {
       const agentx::Body request = workload(step);
@@ -171,7 +171,8 @@ void MeasureNotifications(Setup& setup) {
   setup.report.Add(figure);
 }
 
-// SETs are compared only: snmpd answers them before the subagent has written.
+// SETs are only compared: snmpd responds to them before the subagent has
+// written.
 void MeasureBehindSnmpd(Setup& setup) {
   {
     Pair<SnmpdMaster> pair(kScalars, kScalarsInC, 100);

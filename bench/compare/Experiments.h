@@ -4,8 +4,8 @@
 
 #include "compare/Report.h"
 
-// What every experiment is given: how much time to take, and where to put the
-// results.
+// The arguments of every experiment: how much time to take, and where to put
+// the results.
 struct Setup {
   bool quick;
   Report& report;
@@ -27,7 +27,7 @@ void MeasureBehindSnmpd(Setup& setup);
 // Instructions per request, under callgrind.
 void MeasureInstructions(Setup& setup);
 
-// How long answers take when many requests come at once after a pause.
+// The latency of many simultaneous requests after a pause.
 void MeasureLatency(Setup& setup);
 
 // Memory per scalar and per row.

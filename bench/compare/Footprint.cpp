@@ -27,7 +27,7 @@ struct Starts {
 
   void AddSample(unsigned int scalars) {
     Subject subject(publisher_, scalars, std::make_unique<DirectMaster>());
-    // Its answer tells that the last registration is done with.
+    // Its response shows that the last registration has been processed.
     subject.Put(GetScalar(scalars)(0));
     const Subject::CpuTime used = subject.Used();
     whole.push_back(used.count());

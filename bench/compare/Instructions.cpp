@@ -22,7 +22,7 @@ double TotalIn(const std::string& profile) {
   throw std::runtime_error("callgrind has left no profile");
 }
 
-// All instructions of a subagent that is started, asked and ended.
+// All instructions of a subagent, from start to end.
 double Count(const Publisher& publisher, unsigned int count,
              const Workload& workload, unsigned int requests) {
   const testkit::ScratchDirectory directory;
@@ -37,7 +37,7 @@ double Count(const Publisher& publisher, unsigned int count,
   return TotalIn(profile);
 }
 
-// What is left when start and end are taken away.
+// The instructions of the requests: without those of start and end.
 double PerRequest(const Setup& setup, const Publisher& publisher,
                   unsigned int count, const Workload& workload) {
   const unsigned int requests = setup.Choose(100U, 400U);

@@ -15,16 +15,16 @@ namespace {
 constexpr unsigned int kScalars = 100;
 constexpr unsigned int kRequests = 60;
 constexpr std::size_t kOutstanding = 16;
-// Long enough for TCP to take the connection for an interactive one.
+// Long enough for TCP to treat the connection as interactive.
 constexpr std::chrono::milliseconds kPause{500};
 
-// A subagent that is asked many things at once.
+// A subagent that gets many requests at once.
 class Burst {
  public:
   explicit Burst(const Publisher& publisher)
       : Burst(publisher, std::make_unique<DirectMaster>()) {}
 
-  // Puts the requests after a pause.
+  // Sends the requests after a pause.
   std::vector<DirectMaster::Timed> Run(
       const std::vector<agentx::Body>& requests) {
     std::this_thread::sleep_for(kPause);

@@ -4,8 +4,8 @@
 
 #include <string>
 
-// Where the figures come from, in lines: machine, system, compiler and flags,
-// and the load at the moment.
+// The origin of the figures, in lines: machine, system, compiler, flags and
+// current load.
 std::string MachineText();
 
 #endif  // SNMPSUBAGENT_BENCH_COMPARE_MACHINE_H_

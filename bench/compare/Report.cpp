@@ -14,7 +14,7 @@ using Cells = std::vector<std::string>;
 const Cells kHeading{"figure", "unit",  "library", "peer", "of peer",
                      "ratio",  "lower", "upper",   "goal", "verdict"};
 
-// Of the cells in the table on the terminal; the first is set to the left.
+// Column widths of the table on the terminal; the first column is left-aligned.
 constexpr std::array<int, 10> kWidths{46, 6, 9, 12, 9, 7, 7, 7, 6, 7};
 
 std::string Number(double number) {

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-// One line of the results: the library beside a peer.
+// One line of the results: the library compared with a peer.
 struct Figure {
   std::string name;
   std::string unit;
@@ -20,7 +20,7 @@ struct Figure {
   std::optional<double> goal;  // what the ratio is to be at most
 };
 
-// Takes the results, shows each as it comes, and keeps all of them in files of
+// Prints each result as it arrives, and writes all of them to files of
 // comma-separated values.
 class Report {
  public:

@@ -44,7 +44,7 @@ Subject::Subject(const Publisher& publisher, unsigned int count,
                  std::unique_ptr<Master> master,
                  const std::vector<std::string>& tool)
     : name_(publisher.Name()), master_(std::move(master)) {
-  // A ping would be a request that nobody counts.
+  // A ping would be an uncounted request.
   directory_.Write("bench.conf", "agentXPingInterval 3600\n");
   const testkit::FileDescriptor output(
       open(Log().c_str(), O_CREAT | O_WRONLY | O_CLOEXEC, 0600));

@@ -12,8 +12,7 @@
 #include "testkit/ChildProcess.h"
 #include "testkit/ScratchDirectory.h"
 
-// Who publishes something, and how: one of the kinds of bench_peer, or of
-// bench_subagent.
+// A kind of bench_peer or of bench_subagent.
 struct Publisher {
   bool onLibrary;
   std::string kind;
@@ -21,7 +20,8 @@ struct Publisher {
   std::string Name() const { return onLibrary ? "library" : "C " + kind; }
 };
 
-// A subagent that is measured: a process of its own behind a master of its own.
+// A subagent that is measured, in its own process and with its own master
+// agent.
 class Subject {
  public:
   // CPU time, user and system.
@@ -39,13 +39,13 @@ class Subject {
     return master_->Put(request);
   }
 
-  // What the process, all threads of it, has used since its start.
+  // What all threads of the process have used since its start.
   CpuTime Used() const;
 
   // The part of it that loading the program has taken.
   CpuTime UsedForLoading() const;
 
-  // Memory that is the process's own and not a file's, in bytes.
+  // Anonymous memory of the process, in bytes.
   double AnonymousMemory() const;
 
   // Ends the process, and waits.

@@ -10,14 +10,15 @@ namespace {
 using testkit::agentx::Oid;
 using testkit::agentx::SearchRange;
 
-// What of `count` a step is about, from 1: a stride through all of them that
-// jumps to and fro, as the prime is no factor of the counts in use.
+// The number of the object, from 1 to `count`, that a step addresses. The prime
+// stride visits all of them in a scattered order, as it divides none of the
+// counts.
 unsigned int Pick(unsigned int step, unsigned int count) {
   return 1 + static_cast<unsigned int>(step * 7919ULL % count);
 }
 
-// Everything below one arc of the root, as a master agent limits a GETNEXT to
-// the region that is registered.
+// The subtree below one arc of the root: a master agent limits a GETNEXT to the
+// registered region.
 SearchRange From(Oid start, std::uint32_t arc) {
   return {std::move(start), false, {BENCH_ROOT, arc + 1}};
 }
@@ -49,7 +50,7 @@ Workload GetScalar(unsigned int count) {
 
 Workload GetNextScalar(unsigned int count) {
   return [=](unsigned int step) {
-    // Never from the last one, behind which there is nothing.
+    // Never from the last one, which has no successor.
     return agentx::GetNext{
         {From(ScalarOid(Pick(step, count - 1)), BENCH_SCALARS)}};
   };

@@ -6,8 +6,8 @@
 
 #include "testkit/agentx/Pdu.h"
 
-// The request of every step, counted from 0: the same for each subagent, going
-// to and fro over all scalars or rows in an order that repeats itself.
+// The request of every step, counted from 0: the same for each subagent, over
+// all scalars or rows in a scattered order that repeats itself.
 using Workload = std::function<testkit::agentx::Body(unsigned int step)>;
 
 // GET, or GETNEXT, of one scalar of `count`.

@@ -1,12 +1,12 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 //
-// Compares subagents on the library with such on the agent library alone.
+// Compares subagents on the library with subagents on the agent library alone.
 //
 //   bench_compare [--quick] DIRECTORY [EXPERIMENT...]
 //
-// Prints a table and leaves it, with the curves for the plots, in DIRECTORY. An
-// answer of the library that differs from a peer's ends it with status 1.
-// Without the name of an experiment it makes all of them.
+// Prints a table and writes it, with the curves for the plots, to DIRECTORY. A
+// response of the library that differs from a peer's ends it with status 1.
+// Without the name of an experiment it runs all of them.
 #include <sched.h>
 
 #include <cstdio>
@@ -33,9 +33,9 @@ const std::vector<Experiment> kExperiments{
     {"start", MeasureStart},
     {"instructions", MeasureInstructions}};
 
-// Keeps this process, and those that it starts, on one processor: on an idle
+// Pins this process, and those that it starts, to one processor: on an idle
 // machine, waking a process on another one costs more than most requests, and
-// one side or the other would pay for it as chance will have it.
+// chance would decide which side pays for it.
 void StayOnOneProcessor() {
   const int processor = sched_getcpu();
   if (processor < 0) return;

@@ -8,13 +8,13 @@ namespace agentx = testkit::agentx;
 namespace {
 
 // Under callgrind a subagent is slow, and so is an iterator with many rows.
-constexpr std::chrono::seconds kPatience{300};
+constexpr std::chrono::seconds kTimeout{300};
 
 }  // namespace
 
 void DirectMaster::Connect(std::size_t subtrees, const agentx::Oid&) {
-  session_ = std::make_unique<agentx::MasterSession>(
-      listener_.Accept(kPatience), kPatience);
+  session_ = std::make_unique<agentx::MasterSession>(listener_.Accept(kTimeout),
+                                                     kTimeout);
   session_->ServeUntil(
       [&] { return session_->Registered().size() >= subtrees; });
 }

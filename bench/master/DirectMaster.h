@@ -10,11 +10,11 @@
 #include "testkit/agentx/Listener.h"
 #include "testkit/agentx/MasterSession.h"
 
-// A master agent that does nothing but put requests: what is measured behind it
-// is the subagent alone.
+// A master agent that only sends requests, so that the figures are those of the
+// subagent alone.
 class DirectMaster : public Master {
  public:
-  // An answer, and how long it took to come.
+  // A response and its latency.
   struct Timed {
     testkit::agentx::Response response;
     std::chrono::duration<double, std::milli> latency;
@@ -25,8 +25,8 @@ class DirectMaster : public Master {
                const testkit::agentx::Oid& object) override;
   testkit::agentx::Response Put(const testkit::agentx::Body& request) override;
 
-  // Puts requests, up to `outstanding` of them unanswered at a time. Returns
-  // the answers in the order of the requests.
+  // Sends requests, up to `outstanding` at a time. Returns the responses in the
+  // order of the requests.
   std::vector<Timed> PutAll(const std::vector<testkit::agentx::Body>& requests,
                             std::size_t outstanding);
 

@@ -6,9 +6,9 @@
 
 #include "testkit/agentx/Pdu.h"
 
-// The master agent of one subagent, through which the benchmarks put their
-// requests. Requests and answers have the form of AgentX messages: Get, GetNext
-// and TestSet, the last standing for a whole SET.
+// The master agent of one subagent, through which the benchmarks send requests.
+// Requests and responses are AgentX messages: Get, GetNext and TestSet, which
+// means a whole SET.
 class Master {
  public:
   Master() = default;
@@ -25,8 +25,8 @@ class Master {
   virtual void Connect(std::size_t subtrees,
                        const testkit::agentx::Oid& object) = 0;
 
-  // Puts a request and returns the answer. Throws std::runtime_error if there
-  // is none.
+  // Sends a request and returns the response. Throws std::runtime_error if
+  // there is none.
   virtual testkit::agentx::Response Put(
       const testkit::agentx::Body& request) = 0;
 };

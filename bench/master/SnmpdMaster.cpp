@@ -21,7 +21,8 @@ using testkit::agentx::Varbind;
 
 constexpr long kTimeout = 60'000'000;  // microseconds
 
-// The manager's part of the library, without the machine's own configuration.
+// Initialises the manager's side of Net-SNMP, without the machine's
+// configuration.
 void SetUpManager() {
   static const bool done = [] {
     setenv("MIBS", "", 1);

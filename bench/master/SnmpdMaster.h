@@ -9,7 +9,7 @@
 
 struct snmp_session;
 
-// A real master agent, asked by a manager over SNMP.
+// A real master agent, which gets its requests from a manager over SNMP.
 class SnmpdMaster : public Master {
  public:
   SnmpdMaster();

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 //
-// What a request does to a value, without the agent library around it.
+// What a request does to a value, without the agent library.
 #include <benchmark/benchmark.h>
 
 #include <string>

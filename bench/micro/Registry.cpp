@@ -14,7 +14,7 @@
 
 namespace {
 
-// A registry with scalars, for as long as it lives.
+// A registry with scalars.
 class Registry {
  public:
   explicit Registry(long count) {
@@ -32,7 +32,7 @@ class Registry {
   Registry(const Registry&) = delete;
   Registry& operator=(const Registry&) = delete;
 
-  // One name after the other, to and fro.
+  // One name after the other, in a scattered order.
   std::string& NextName() {
     next_ = (next_ + 7919) % names_.size();
     return names_[next_];

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 //
-// The rows of a table: filed, found, walked.
+// The rows of a table: added, found, walked.
 #include <benchmark/benchmark.h>
 
 #include <string>
@@ -52,7 +52,7 @@ class Store {
 
   NetSNMPTableEntryNode* operator->() { return &store_; }
 
-  // The number of one row after the other, to and fro.
+  // The number of one row after the other, in a scattered order.
   int NextNumber() {
     next_ = (next_ + 7919) % rows_;
     return next_ + 1;

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 //
-// A value set and read, for each class, over a variable and over a copy.
+// Setting and reading a value, for each class, bound to a variable and with a
+// copy.
 #include <benchmark/benchmark.h>
 
 #include <string>

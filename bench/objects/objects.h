@@ -2,8 +2,8 @@
 #ifndef SNMPSUBAGENT_BENCH_OBJECTS_H_
 #define SNMPSUBAGENT_BENCH_OBJECTS_H_
 
-// The objects that every subagent of the benchmarks publishes, whoever wrote
-// it: the same OIDs, types and values.
+// The objects that every subagent of the benchmarks publishes, with the same
+// OIDs, types and values.
 //
 //   ROOT.1.K.0     scalars, K counting from 1; writable
 //   ROOT.2.1.C.R   a table: columns C from 2 to 7, rows R counting from 1;
@@ -11,8 +11,8 @@
 //   ROOT.3.1.0     a scalar; ROOT.3.2.0 sends as many notifications
 //                  ROOT.3.0.1 with it as are written to it
 //
-// Scalar K and row R carry values made from their number. A row has one of each
-// type, a scalar the one that bench_type_of_scalar() says.
+// The values of scalar K and row R are computed from their number. A row has
+// one of each type, a scalar that of bench_type_of_scalar().
 
 #include <stdbool.h>
 
@@ -37,8 +37,8 @@ enum bench_type {
   BENCH_TYPES
 };
 
-// Texts have the room that a DisplayString of up to 63 and of up to 31
-// characters takes.
+// The sizes of buffers for a DisplayString of up to 63 and of up to 31
+// characters.
 struct bench_values {
   int number;
   unsigned int count;
@@ -53,7 +53,7 @@ void bench_values_of(unsigned int k, struct bench_values* values);
 
 enum bench_type bench_type_of_scalar(unsigned int k);
 
-// What a benchmark asks of a subagent, as its arguments: KIND PORT COUNT.
+// The arguments of a subagent: KIND PORT COUNT.
 struct bench_order {
   const char* kind;    // what to publish, and how
   int port;            // the master agent's, on the loopback address
@@ -61,12 +61,11 @@ struct bench_order {
 };
 
 // Called first of all: prints the CPU time that loading the program has taken,
-// in microseconds. Ends the program, with a message, if the arguments make no
-// order.
+// in microseconds. Ends the program, with a message, if the arguments are
+// invalid.
 struct bench_order bench_order_of(int argc, char** argv);
 
-// Keeps SIGTERM from every thread that is made afterwards, for
-// bench_wait_for_end().
+// Blocks SIGTERM in every thread created afterwards, for bench_wait_for_end().
 void bench_expect_end(void);
 
 // Returns on SIGTERM.

@@ -3,7 +3,7 @@
 //
 //   bench_peer KIND PORT COUNT
 //
-// KIND says what it publishes and how: scalars, traps, iterator, sorted,
+// KIND is what it publishes and how: scalars, traps, iterator, sorted,
 // container, tdata or dataset. Ends on SIGTERM.
 #include <pthread.h>
 #include <stdlib.h>
@@ -76,6 +76,6 @@ int main(int argc, char** argv) {
   bench_expect_end();
   if (pthread_create(&thread, NULL, run, &order) != 0) return 1;
   bench_wait_for_end();
-  // Nothing is told to end in order: the benchmark is over.
+  // No orderly shutdown: the benchmark is over.
   _Exit(0);
 }

@@ -10,8 +10,8 @@
 
 #include "objects/objects.h"
 
-// What somebody writes who publishes the objects with the agent library alone:
-// one way of doing it in each source.
+// How one publishes the objects with the agent library alone: one way in each
+// source.
 
 void register_scalars(unsigned int count);  // instance handlers
 void register_traps(void);                  // instance handlers
@@ -34,7 +34,7 @@ netsnmp_handler_registration* table_registration(const char* name,
 // The table's one index, a signed integer, and its columns.
 netsnmp_table_registration_info* table_columns(void);
 
-// The type of the values in the column that was asked for.
+// The type of the values in the requested column.
 enum bench_type requested_type(netsnmp_request_info* request);
 
 // calloc(), ending the program when there is no memory.

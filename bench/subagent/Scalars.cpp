@@ -13,8 +13,7 @@
 
 namespace {
 
-// Nodes are registered in the order of their names, which is made that of their
-// numbers.
+// Nodes are registered in the order of their names, so names sort like numbers.
 std::string NameOf(unsigned int k) {
   const std::string digits = std::to_string(k);
   return "scalar" + std::string(6 - digits.size(), '0') + digits;
@@ -26,7 +25,7 @@ void BuildNode(unsigned int k, const NetSNMPNodeData& value) {
                       "");
 }
 
-// A scalar over the application's variables; a string is held by its value.
+// A scalar bound to the application's variables; a string is a copy.
 void BuildScalar(unsigned int k, bench_values* variables) {
   constexpr eNodeAccessMode kMode = eNodeAccessReadWrite;
   switch (bench_type_of_scalar(k)) {

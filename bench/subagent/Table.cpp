@@ -17,7 +17,7 @@ namespace {
 
 constexpr eNodeAccessMode kMode = eNodeAccessReadOnly;
 
-// Every value holds a copy of its own, as a table's do.
+// Every value has its own copy.
 void AddRow(NetSNMPTableEntryNode* entry, unsigned int k) {
   bench_values row;
   bench_values_of(k, &row);

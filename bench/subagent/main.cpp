@@ -4,7 +4,7 @@
 //
 //   bench_subagent KIND PORT COUNT
 //
-// KIND says what it publishes: scalars, table or traps. Ends on SIGTERM.
+// KIND is what it publishes: scalars, table or traps. Ends on SIGTERM.
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -49,6 +49,6 @@ int main(int argc, char** argv) {
   BuildObjects(order);
   subAgent.Start();
   bench_wait_for_end();
-  // Nothing is told to end in order: the benchmark is over.
+  // No orderly shutdown: the benchmark is over.
   std::_Exit(0);
 }

@@ -1,9 +1,9 @@
 # SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 #
-# Debian packages for the scripts beside this folder. To be sourced by bash.
+# Installs Debian packages. To be sourced by bash.
 
-# Installs those of the named packages that are missing; says and does nothing
-# if none is. Needs root, or sudo, only in that case.
+# Installs those of the given packages that are missing. Needs root or sudo only if
+# there are any.
 install_packages() {
   local missing=() package
   for package in "$@"; do
@@ -23,7 +23,7 @@ install_packages() {
 }
 
 package_installed() {
-  # A line for each architecture; of one that dpkg only knows: "not-installed".
+  # One line per architecture; "not-installed" if dpkg only knows the package.
   dpkg-query -W -f '${db:Status-Status}\n' "$1" 2>/dev/null |
     grep -x installed >/dev/null
 }

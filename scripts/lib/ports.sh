@@ -1,10 +1,9 @@
 # SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 #
-# Ports for the scripts that start a master agent of their own. To be sourced by
-# bash.
+# Finds ports for private master agents. To be sourced by bash.
 
-# A port of 127.0.0.1 that nobody uses: below those that the programs of the
-# tests choose from, and those that the system gives to outgoing connections.
+# An unused port of 127.0.0.1, outside the range of the test programs and of the
+# system's outgoing connections.
 free_port() {
   local port hex
   while true; do

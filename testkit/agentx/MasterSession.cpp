@@ -23,14 +23,14 @@ void SetOption(const FileDescriptor& socket, int level, int name,
 }  // namespace
 
 MasterSession::MasterSession(FileDescriptor connection,
-                             std::chrono::seconds patience, std::uint32_t id)
+                             std::chrono::seconds timeout, std::uint32_t id)
     : connection_(std::move(connection)),
       start_(std::chrono::steady_clock::now()),
       id_(id) {
   // Requests leave at once, so that a delay is the subagent's own.
   SetOption(connection_, IPPROTO_TCP, TCP_NODELAY, 1);
   SetOption(connection_, SOL_SOCKET, SO_RCVTIMEO,
-            timeval{static_cast<time_t>(patience.count()), 0});
+            timeval{static_cast<time_t>(timeout.count()), 0});
 }
 
 void MasterSession::ServeUntil(const std::function<bool()>& done) {
@@ -129,8 +129,8 @@ Response MasterSession::Set(const std::vector<Varbind>& varbinds) {
   const std::uint32_t transactionId = NewTransaction();
   Response result = Ask(TestSet{varbinds}, transactionId);
   if (result.error == 0) result = Ask(CommitSet{}, transactionId);
-  // Net-SNMP writes in this phase, and answers it although RFC 2741 asks for no
-  // answer.
+  // Net-SNMP writes in this phase, and responds although RFC 2741 specifies no
+  // response.
   Ask(CleanupSet{}, transactionId);
   return result;
 }

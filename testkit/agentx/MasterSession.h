@@ -20,35 +20,35 @@ struct NoSubAgent : std::runtime_error {
   using std::runtime_error::runtime_error;
 };
 
-// The master agent's end of one AgentX session. It grants the subagent whatever
-// it asks for, and puts requests of its own.
+// The master agent's end of one AgentX session. It grants all requests of the
+// subagent, and sends requests itself.
 //
 // Every operation that waits throws NoSubAgent.
 //
 // Threads: one.
 class MasterSession {
  public:
-  // `patience` is how long the subagent may stay silent while it is waited for,
-  // `id` is the number that the session will have.
-  MasterSession(FileDescriptor connection, std::chrono::seconds patience,
+  // `timeout` is how long to wait for the subagent, `id` the session ID that it
+  // gets.
+  MasterSession(FileDescriptor connection, std::chrono::seconds timeout,
                 std::uint32_t id = 1);
 
   std::uint32_t Id() const { return id_; }
 
-  // Puts requests in the byte order of these flags (see Header) from now on.
+  // Sends requests in the byte order of these flags (see Header) from now on.
   void SetByteOrder(std::uint8_t flags) { byteOrder_ = flags; }
 
-  // Grants what the subagent asks until `done` holds, which is asked after
-  // every message.
+  // Grants requests of the subagent until `done`, which is called after every
+  // message, returns true.
   void ServeUntil(const std::function<bool()>& done);
 
-  // The next message of the subagent, which waits for its answer.
+  // The next message of the subagent, which waits for the response.
   Pdu Next();
 
-  // Takes note of what the subagent asks and grants it.
+  // Records a request of the subagent and grants it.
   void Grant(const Pdu& asked);
 
-  // Answers what the subagent asks.
+  // Responds to a request of the subagent.
   void Answer(const Pdu& asked, std::uint16_t error);
 
   // Sends these bytes, which may be no message at all.
@@ -57,17 +57,17 @@ class MasterSession {
   // Ends the connection in a way that the subagent sees as a failure.
   void Reset();
 
-  // Sends a request, as part of a new transaction or of the one named; returns
-  // the packet id that its response will have.
+  // Sends a request, as part of a new or of the given transaction; returns the
+  // packet ID of its response.
   std::uint32_t Send(const Body& request);
   std::uint32_t Send(const Body& request, std::uint32_t transactionId);
 
-  // The next response to a request, whichever it answers. What the subagent
-  // asks meanwhile is granted.
+  // The next response, to whichever request. Requests of the subagent are
+  // granted meanwhile.
   Pdu Receive();
 
-  // Sends a request and returns its response, as part of a new transaction or
-  // of the one named. Requires: no other is open.
+  // Sends a request, as part of a new or of the given transaction, and returns
+  // its response. Requires: no other request is outstanding.
   Response Ask(const Body& request);
   Response Ask(const Body& request, std::uint32_t transactionId);
 

@@ -9,15 +9,15 @@
 
 namespace support {
 
-// A receiver of connection changes that remembers what it was told.
+// A receiver of connection changes that records the states.
 class ConnectionReceiver : public ISNMPSubAgentCallback {
  public:
   void SubAgentStateChanged(int state) override;
 
-  // All states that it was told, in order.
+  // All states received, in order.
   std::vector<int> States() const;
 
-  // Waits until it was told exactly these; returns whether it was.
+  // Waits until exactly these were received; returns whether they were.
   bool WaitForStates(const std::vector<int>& states) const;
 
  private:

@@ -7,8 +7,8 @@
 
 #include "NetSNMPIntNodeData.h"
 
-// A writable number that does something of the application's own when it is
-// read and after it was written.
+// A writable number that calls functions of the test when it is read and after
+// it was written.
 class EventfulValue : public NetSNMPIntNodeData {
  public:
   using Event = std::function<void(const NetSNMPNodeData& value)>;

@@ -18,9 +18,9 @@
 #include "NetSNMPStringNodeData.h"
 #include "NetSNMPUnsignedIntNodeData.h"
 
-// The six typed classes, so that what they share is tested once. A kind names
-// the class, the variable of an application that it works on, what its setter
-// takes, what it is on the wire, and two states of the variable.
+// The six typed classes, so that what they share is tested once. A kind has the
+// class, the type of the variable that it is bound to, the argument of its
+// setter, its encoding, and two states of the variable.
 
 using CharArray = std::array<char, 16>;
 using ByteArray = std::array<unsigned char, 4>;

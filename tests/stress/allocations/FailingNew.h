@@ -6,7 +6,7 @@
 
 #include <new>
 
-// This program has an operator new of its own, which fails when it is told to.
+// This program has its own operator new, which fails on demand.
 
 // How many objects from operator new exist.
 long LivingAllocations();

@@ -103,8 +103,8 @@ TEST_F(ANode, IsDestroyedWithoutMemory) {
   });
 }
 
-// One whose withdrawal cannot even be noted stays registered.
-TEST_F(ANode, IsDestroyedWithoutMemoryWhileARequestNamesIt) {
+// One whose withdrawal cannot even be deferred stays registered.
+TEST_F(ANode, IsDestroyedWithoutMemoryWhileARequestAddressesIt) {
   WithEachAllocationFailing([&](const auto& fail) {
     BuildFanSpeed();
     {

@@ -9,9 +9,9 @@
 #include "TablePair.h"
 #include "testkit/agentx/Pdu.h"
 
-// Requests of one to five varbinds for tables, as the fast way serves them:
-// for rows that there are, for their neighbours, and for what no manager in its
-// right mind would ask.
+// Requests of one to five varbinds for tables, as the fast way serves them: for
+// rows that exist, for their neighbours, and for OIDs that no manager would
+// request.
 class RandomRequests {
  public:
   // `tables` and `random` are borrowed.

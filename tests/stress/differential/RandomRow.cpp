@@ -92,7 +92,7 @@ void AddRandomRow(Rows& rows, Random& random) {
       static_cast<int>(rows.shape.columns - rows.shape.indexes.size());
   const int present = random.OneIn(5) ? random.Between(0, cells + 1) : cells;
   for (int i = 0; i < present; ++i) values.push_back(RandomCell(rows, random));
-  // Its values may stand in any order, and an index may be no number.
+  // Its values may be in any order, and an index may be no number.
   if (random.OneIn(4)) std::swap(values.front(), values.back());
   if (rows.shape.odd && random.OneIn(25)) {
     values.push_back(RandomIndexValue(eNodeDataString, rows, random));

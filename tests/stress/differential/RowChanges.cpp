@@ -17,8 +17,8 @@ void RemoveRow(Rows& rows, Random& random) {
   rows.store->RemoveRow(key);
 }
 
-// A row as the store hands it out; null if there is none. The application may
-// do with it what it likes.
+// A row that the store returns, which the application may change; null if there
+// is none.
 Row* HandedOut(Rows& rows, Random& random) {
   auto& stored = rows.store->rows_;
   if (stored.empty()) return nullptr;
@@ -73,7 +73,7 @@ void MoveCursor(Rows& rows, Random& random) {
   }
 }
 
-// Behind the store's back: a row moves to another key.
+// Moves a row to another key in `rows_` directly.
 void RenameRow(Rows& rows, Random& random) {
   auto& stored = rows.store->rows_;
   if (stored.empty()) return;
@@ -87,7 +87,7 @@ void RenameRow(Rows& rows, Random& random) {
   }
 }
 
-// Behind the store's back: a copy of a row appears under a key of its own.
+// Adds a copy of a row under another key to `rows_` directly.
 void InsertCopy(Rows& rows, Random& random) {
   auto& stored = rows.store->rows_;
   if (stored.empty()) return;

@@ -14,7 +14,7 @@
 #include "Random.h"
 #include "testkit/agentx/Pdu.h"
 
-// The two ways of serving a table: the number behind the root, in OIDs.
+// The two ways of serving a table: the sub-identifier after the root.
 enum class Way : std::uint32_t { kFast = 1, kPlain = 2 };
 
 // What a table is like.
@@ -22,14 +22,13 @@ struct Shape {
   std::vector<eNodeDataType> indexes;
   unsigned int columns;  // the last one's number, indexes counted
   int rows;              // to begin with
-  // Whether rows are also changed in ways that an application may use and
-  // seldom does.
+  // Whether rows are also changed in ways that applications seldom use.
   bool odd;
   // Whether values lose their storage.
   bool storageless;
 };
 
-// Variables of an application that values point at.
+// Variables of an application that values are bound to.
 struct Variables {
   int number = 0;
   unsigned int count = 0;
@@ -48,8 +47,8 @@ struct Rows {
   std::deque<Variables> variables;
 };
 
-// A table that is there twice, with the same rows: as a NetSNMPTableNode, and
-// as a PlainTable.
+// A table that exists twice, with the same rows: as a NetSNMPTableNode and as a
+// PlainTable.
 class TablePair {
  public:
   // Builds the table with that number, which is its last sub-identifier.
@@ -67,8 +66,8 @@ class TablePair {
   // The index of a row, as sub-identifiers; empty if there are no rows.
   testkit::agentx::Oid SomeIndex(Random& random) const;
 
-  // What the rows of one way show besides their answers: where the cursor
-  // stands, and the application's variables.
+  // The side effects of one way: the position of the cursor, and the
+  // application's variables.
   std::string CursorText(Way way) const;
   const std::deque<Variables>& VariablesOf(Way way) const {
     return RowsOf(way).variables;

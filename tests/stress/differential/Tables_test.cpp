@@ -1,8 +1,9 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 //
-// Every request is put to a table twice: as the library serves it, and served
-// in the plainest way by the same public operations. Both must answer alike,
-// byte by byte, and do alike: log lines, notifications, variables, row cursor.
+// Every request goes to a table twice: to the library's, and to one that is
+// served in the plainest way by the same public operations. Both responses must
+// be equal, byte by byte, and so must log lines, notifications, variables and
+// row cursor.
 //
 // SNMPSUBAGENT_DIFFERENTIAL_SEED repeats a run, SNMPSUBAGENT_DIFFERENTIAL_TIMES
 // makes it that many times longer.
@@ -14,7 +15,7 @@
 
 namespace {
 
-// The sanitizers look for other faults than a wrong answer, and are slow.
+// The sanitizers are slow, and do not look for wrong responses.
 #if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
 constexpr std::uint32_t kShorter = 20;
 #else
@@ -66,8 +67,8 @@ TEST(Tables, AnswerAlikeWithVeryManyRows) {
   ExpectAlike({{kTwoIndexes, 4, 1500, false, false}}, 600);
 }
 
-// Rows over variables, changed after they were handed out, behind the store's
-// back, with indexes that are no numbers.
+// Rows bound to variables, rows changed after the store returned them or in
+// `rows_` directly, and indexes that are no numbers.
 TEST(Tables, AnswerAlikeWhenRowsAreOdd) {
   ExpectAlike(
       {{kOneIndex, 4, 6, true, false}, {kTwoIndexes, 5, 12, true, false}},

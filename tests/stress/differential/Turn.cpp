@@ -11,7 +11,7 @@ using testkit::agentx::Oid;
 using testkit::agentx::SearchRange;
 using testkit::agentx::Varbind;
 
-// Behind the root, where there is one, stands the way.
+// Inserts the way after the root, if `oid` begins with it.
 void Turn(Oid& oid, Way way) {
   static const Oid kRoot{1, 3, 6, 1, 4, 1, 32473};
   if (oid.size() > kRoot.size() &&

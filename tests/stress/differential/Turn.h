@@ -5,11 +5,11 @@
 #include "TablePair.h"
 #include "testkit/agentx/Pdu.h"
 
-// The same request, put to the other way.
+// The same request for the other way.
 testkit::agentx::Body Turned(testkit::agentx::Body request, Way way);
 
-// What a way has answered or notified, without what depends on the time, as if
-// it came from the plain way.
+// The response or notification without what depends on the time, as if it came
+// from the plain way.
 testkit::agentx::Response Normalised(testkit::agentx::Response response);
 testkit::agentx::Notify Normalised(testkit::agentx::Notify notification);
 

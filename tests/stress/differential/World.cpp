@@ -18,10 +18,10 @@ namespace agentx = testkit::agentx;
 
 namespace {
 
-constexpr std::chrono::seconds kPatience{60};
+constexpr std::chrono::seconds kTimeout{60};
 
-// Behind the tables of each way stand more scalars than any request reaches, so
-// that what follows the last row is the same for both.
+// The tables of each way are followed by more scalars than any request reaches,
+// so that what comes after the last row is the same for both.
 constexpr unsigned int kFence = 20;
 constexpr unsigned int kFenceNumber = 99;
 
@@ -103,7 +103,7 @@ World::World(const std::vector<Shape>& shapes, std::uint32_t seed)
   subAgent_ = std::make_unique<SubAgent>(listener.Port(), tables_);
   subAgent_->Start();
   master_ = std::make_unique<agentx::MasterSession>(
-      listener.Accept(testkit::Deadlines::Session()), kPatience);
+      listener.Accept(testkit::Deadlines::Session()), kTimeout);
   master_->ServeUntil([&] {
     return master_->Registered().size() == 2 * (kFence + tables_.size());
   });

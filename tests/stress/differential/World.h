@@ -16,27 +16,26 @@
 #include "testkit/agentx/Codec.h"
 #include "testkit/agentx/MasterSession.h"
 
-// Tables that a subagent serves in both ways, and a master agent that asks both
-// and compares what they do.
+// Tables that a subagent serves in both ways, and a master agent that sends
+// requests to both and compares the results.
 class World {
  public:
-  // All that happens follows from `seed`.
+  // `seed` determines everything.
   World(const std::vector<Shape>& shapes, std::uint32_t seed);
   ~World();
 
   World(const World&) = delete;
   World& operator=(const World&) = delete;
 
-  // Puts a random request to both ways; every now and then rows are changed
-  // before. Returns what differed: nothing, if all is well.
+  // Sends a random request both ways, sometimes after rows have changed.
+  // Returns what differed, or nothing.
   std::string Step();
 
  private:
   // A request, or the phases of a SET with requests between them.
   using Requests = std::vector<testkit::agentx::Body>;
 
-  // What a way did: an answer or a notification as its bytes, or a line of the
-  // log.
+  // A result: a response or a notification as its bytes, or a line of the log.
   struct Deed {
     bool operator==(const Deed& other) const {
       return bytes == other.bytes && text == other.text;

@@ -1,13 +1,13 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 //
-// An application whose threads all work on its objects at once.
+// An application with several threads that all use its objects.
 //
 //   load SECONDS
 //
 // Eight threads set values, add and remove rows, build and delete nodes, fire
-// traps and ask for the connection, while managers walk, read in bulk and set,
-// and the master agent is killed and started. Nothing may be lost: in the end
-// managers read just what is there. Meant for the sanitizers.
+// traps and call Connected(), while managers walk, read in bulk and set, and
+// the master agent is killed and started. Nothing may be lost: in the end
+// managers read exactly the objects that exist. Meant for the sanitizers.
 #include <algorithm>
 #include <atomic>
 #include <chrono>
@@ -42,7 +42,7 @@ using Clock = std::chrono::steady_clock;
 constexpr int kTable = 1;
 // Of these the master agent is away for one.
 constexpr std::chrono::seconds kBetweenRestarts{5};
-// A thread that does nothing else than to take the lock is no application.
+// No application takes the lock in a busy loop.
 constexpr std::chrono::milliseconds kPause{1};
 
 void Require(bool holds, const std::string& what) {
@@ -133,9 +133,9 @@ class Load {
     std::printf("%d restarts of the master agent\n", restarts);
   }
 
-  // Requires that managers read just what is there. Nodes that come and go are
-  // left out: one that is deleted while the subagent is disconnected stays
-  // registered, and walks end before it.
+  // Requires that managers read exactly the objects that exist, except for
+  // nodes that are built and deleted: one that is deleted while the subagent is
+  // disconnected stays registered, and walks end before it.
   void RequireServed() {
     {
       const NetSNMPAgentGuard guard;
@@ -193,7 +193,7 @@ class Load {
     Require(all, "managers read something else:" + text);
   }
 
-  // While the master agent is away, nobody answers them.
+  // While the master agent is away, they get no response.
   void AddManagers(Workers& workers) {
     const testkit::Manager& manager = master_.Manager();
     workers.Add("walks", [&] { manager.Walk(support::ScalarsOid()); });
@@ -218,7 +218,7 @@ class Load {
             "a row was not there");
   }
 
-  // Nodes that come and go stand before all that managers ask for: the master
+  // The OIDs of these nodes are below all that managers request: the master
   // agent (Net-SNMP 5.9) fails when an object is withdrawn while it is in the
   // middle of a walk over it.
   static void BuildAndDelete(int thread) {

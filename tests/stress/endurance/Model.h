@@ -32,10 +32,10 @@ class Model {
   // Requires that managers read exactly what is known, by whatever request.
   void RequireServed(const testkit::Manager& manager) const;
 
-  // Fires a trap with a number that tells it from all others.
+  // Fires a trap with a unique number.
   void Fire();
 
-  // Requires that just the traps fired have arrived, in their order.
+  // Requires that exactly the traps fired have arrived, in their order.
   void RequireReceived(const std::vector<std::string>& received) const;
   std::size_t Fired() const { return static_cast<std::size_t>(fired_); }
 

@@ -7,10 +7,10 @@
 // What happens COUNT times, by KIND:
 //   restarts  the master agent is away for a part of a ping interval
 //   losses    the connection alone ends
-//   both      the one and the other, in turn
+//   both      restarts and losses in turn
 //   snmpd     snmpd is killed and started again
 // The master agent is one of the tests' own, or snmpd. Each time every object
-// must be served again and the receivers be told of it, in turn. Memory,
+// must be served again, and the receivers must get 0 and 1 in turn. Memory,
 // descriptors and threads must not grow. Prints how long it took.
 #include <unistd.h>
 

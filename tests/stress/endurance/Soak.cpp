@@ -15,11 +15,11 @@
 #include "testkit/MasterAgent.h"
 #include "testkit/TrapReceiver.h"
 
-// The work of a device for as long as one likes: an application changes its
-// values and rows and fires traps, a manager walks and sets, and the master
-// agent is restarted now and then. Every answer is compared with a model, and
-// in the end there must be no more memory, descriptors and threads in use than
-// after the first tenth.
+// The work of a device for a given time: an application changes its values and
+// rows and fires traps, a manager walks and sets, and the master agent is
+// restarted now and then. Every response is compared with a model, and in the
+// end no more memory, descriptors and threads may be in use than after the
+// first tenth.
 
 namespace {
 

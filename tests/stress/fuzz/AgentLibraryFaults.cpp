@@ -7,7 +7,7 @@ extern "C" [[gnu::visibility("default")]] const char*
 __asan_default_suppressions() {
   return
       // The context of a message is kept up to its first NUL, but copied and
-      // sent back with the length that the message names.
+      // sent back with the length given in the message.
       "interceptor_via_fun:snmp_clone_mem\n"
       "interceptor_via_fun:agentx_realloc_build_string\n";
 }

@@ -11,9 +11,9 @@
 namespace agentx = testkit::agentx;
 
 // Whole AgentX sessions with a master agent that may do anything: send proper
-// messages in any order, damaged ones and no messages at all, answer what it
-// likes or not at all, and go away. However a session went, the subagent must
-// connect again afterwards and serve all its objects.
+// messages in any order, damaged ones and no messages at all, send any response
+// or none, and disconnect. After each session the subagent must reconnect and
+// serve all its objects.
 
 namespace {
 

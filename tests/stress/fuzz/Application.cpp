@@ -79,7 +79,7 @@ void Application::AddScalar(const std::string& name,
                             const NetSNMPNodeData& value,
                             const agentx::Value& read) {
   Oid oid = TestOid({1, names_.size() + 1, 0});
-  // Also tells managers of each SET.
+  // Each SET also sends a notification.
   new NetSNMPDataNode(oid.data(), Length(oid), name, value, nullptr, "trap");
   names_.push_back(OnWire(oid));
   values_.push_back(read);

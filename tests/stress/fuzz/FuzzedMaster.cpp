@@ -54,7 +54,7 @@ void FuzzedMaster::Work() {
 
 void FuzzedMaster::Send(const agentx::Bytes& bytes) {
   if (!connection_.IsOpen()) return;
-  // Inputs are far smaller than what a connection takes in at once.
+  // Inputs are far smaller than the socket's buffer.
   send(connection_.Number(), bytes.data(), bytes.size(),
        MSG_NOSIGNAL | MSG_DONTWAIT);
 }

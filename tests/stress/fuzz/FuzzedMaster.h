@@ -13,9 +13,9 @@
 #include "testkit/agentx/Listener.h"
 #include "testkit/agentx/Pdu.h"
 
-// A master agent that sends whatever it is given, and answers what the subagent
-// asks: grants it, or does as it was told. It takes one connection after the
-// other. What the subagent sends must always be a proper AgentX message.
+// A master agent that sends given bytes, and grants the subagent's requests or
+// sends a given response instead. It accepts one connection after the other.
+// What the subagent sends must always be a proper AgentX message.
 class FuzzedMaster {
  public:
   // What is sent instead of a grant, made of it.
@@ -26,7 +26,7 @@ class FuzzedMaster {
 
   int Port() const { return listener_.Port(); }
 
-  // Takes what has come from the subagent, and answers it.
+  // Reads what the subagent has sent, and responds.
   void Work();
 
   // `bytes`, to be sent next, cut where a message ends.
@@ -41,11 +41,11 @@ class FuzzedMaster {
   // Ends the connection: in order, or by a reset.
   void Disconnect(bool reset);
 
-  // How the next question of the subagent is answered. Several answers are used
-  // one after the other; behind the last one everything is granted.
+  // The response to the next request of the subagent. Several are used one
+  // after the other; after the last one everything is granted.
   void AnswerNext(Answer answer) { answers_.push_back(std::move(answer)); }
 
-  // Forgets answers that were not needed, and responses.
+  // Forgets unused answers, and responses.
   void Forget();
 
   // How many registrations this connection has seen.

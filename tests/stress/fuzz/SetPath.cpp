@@ -16,9 +16,9 @@
 #include "support/Values.h"
 #include "support/Varbind.h"
 
-// What managers write, of every type and length, in every order of phases, into
-// a value of any class: given to the value itself, to a scalar that has it, and
-// to a table cell that has it. A reference says what is read afterwards.
+// Writes by managers, of every type and length, in every order of phases, to a
+// value of any class: by itself, in a scalar, and in a table cell. A reference
+// model predicts what is read afterwards.
 
 namespace {
 

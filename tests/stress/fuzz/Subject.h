@@ -31,7 +31,7 @@ class Subject {
   int Validated(unsigned char asnType, const std::string& bytes) const;
   int Committed() const;
 
-  // Takes note that COMMIT has written the bytes.
+  // Records that COMMIT has written the bytes.
   void Commit(const std::string& bytes);
 
   // Whether a manager reads from `value` what is known.

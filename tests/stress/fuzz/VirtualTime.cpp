@@ -33,8 +33,8 @@ extern "C" {
                                           fd_set* writable, fd_set* failed,
                                           timeval* timeout) {
   if (theWork != nullptr) theWork();
-  // The agent library asks without a pause while it waits for an answer and an
-  // alarm is due.
+  // The agent library polls without a pause while it waits for a response and
+  // an alarm is due.
   Pass(kMoment);
   const timespec atOnce{0, 0};
   const int result =

@@ -29,8 +29,8 @@ class AFault : public FakeMasterTest {
  protected:
   AFault() : FakeMasterTest(kHasty) {}
 
-  // The fault strikes at every moment; each time the subagent comes back,
-  // serves everything, and has told its receivers in turn.
+  // Injects the fault at every moment; each time the subagent reconnects,
+  // serves everything, and its receivers get 0 and 1 in turn.
   void StrikeAndRecover(const Fault& strike) {
     Connect();
     for (const Moment& moment : Moments()) {
@@ -129,9 +129,9 @@ TEST_F(AFault, OfAnOversizedMessageIsSurvivedAtAnyMoment) {
   });
 }
 
-// What follows a proper header has its size, so that the subagent reads all of
-// it as one message. The answer awaited is left out: the agent library itself
-// falls over anything but a response that bears its packet id.
+// The payload has the size given in a proper header, so that the subagent reads
+// it as one message. The packet ID is not that of the outstanding request: the
+// agent library itself crashes on anything but a response to that.
 TEST_F(AFault, OfGarbageInAProperFrameIsSurvivedAtAnyMoment) {
   std::mt19937 random(1);
   StrikeAndRecover([&random](MasterSession& session, const Asked& asked) {
@@ -158,7 +158,7 @@ TEST_F(AFault, OfGarbageIsSurvivedAtAnyMoment) {
   });
 }
 
-// Answers that belong to no question, and questions for another session.
+// Responses to no request, and requests for another session.
 TEST_F(AFault, OfAWrongSessionIsSurvivedAtAnyMoment) {
   StrikeAndRecover([](MasterSession& session, const Asked& asked) {
     Bytes message = NextMessage(session, asked);
@@ -175,8 +175,9 @@ TEST_F(AFault, OfARefusalIsSurvivedAtAnyMoment) {
   });
 }
 
-// The answer comes when the subagent has given up and asks the next.
-TEST_F(AFault, OfALateAnswerIsSurvivedAtAnyMoment) {
+// The response arrives after the timeout, when the subagent sends the next
+// request.
+TEST_F(AFault, OfALateResponseIsSurvivedAtAnyMoment) {
   StrikeAndRecover([](MasterSession& session, const Asked& asked) {
     try {
       const Pdu next = session.Next();

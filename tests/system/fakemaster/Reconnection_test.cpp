@@ -69,8 +69,7 @@ class AReconnection : public FakeMasterTest {
     EXPECT_EQ(Walk(*session_, Device::Subtrees()), device_.Objects());
   }
 
-  // Waits until the agent library has come to have so many alarms, while
-  // nobody listens.
+  // Waits until the agent library has so many alarms, while nobody listens.
   bool WaitForAlarms(std::size_t count) {
     master_.Refuse();
     const bool came =

@@ -79,8 +79,7 @@ TEST_F(ASet, OfSeveralObjectsIsRefusedForOneOfThem) {
   ExpectLevel(kBefore);
 }
 
-// A scalar has nothing to give back, and answers these phases as it does any
-// other that it does not know.
+// A scalar has nothing to undo, and handles these phases like any unknown one.
 TEST_F(ASet, ThatIsCleanedUpUncommittedChangesNothing) {
   Put(TestSet{{Level(8)}});
   EXPECT_EQ(Put(CleanupSet{}), kBadValue);

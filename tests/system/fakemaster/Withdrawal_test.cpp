@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 //
-// Nodes that are deleted while a request names them.
+// Nodes that are deleted while a request addresses them.
 #include <algorithm>
 #include <array>
 #include <atomic>
@@ -85,14 +85,14 @@ void Delete(const char* name) {
   if (registered) held = held && IsHeld(oid);
 }
 
-// What callbacks share with the test, which must not wait for the agent
-// library's lock: the subagent may hold it and wait for its master agent.
+// Shared by callbacks and the test, which must not wait for the library's lock:
+// the subagent may hold it and wait for its master agent.
 std::atomic<int> written;  // by the last SET of the scalar under test
 std::atomic<int> writes;   // to cells
 std::mutex mutex;
 std::function<void()> onUse;  // guarded by `mutex`
 
-// Has the application do something when the node under test is used, once.
+// Makes the application call `action` when the node under test is used, once.
 void OnUse(std::function<void()> action) {
   const std::lock_guard<std::mutex> lock(mutex);
   onUse = std::move(action);
@@ -122,8 +122,8 @@ class ANode : public FakeMasterTest {
   }
   ~ANode() override { OnUse(nullptr); }
 
-  // Has the application do something on a thread of its own, and grants what it
-  // asks: so many registrations.
+  // Runs `action` on a thread of the application, and grants so many
+  // registrations.
   void AsApplication(std::size_t registrations,
                      const std::function<void()>& action) {
     auto done = std::async(std::launch::async, action);
@@ -136,7 +136,7 @@ class ANode : public FakeMasterTest {
     return std::find(all.begin(), all.end(), oid) != all.end();
   }
 
-  // Withdrawals that were put off are made before the last answer leaves.
+  // Deferred withdrawals are made before the last response is sent.
   void ExpectWithdrawnInTime(const Oid& oid) {
     EXPECT_TRUE(held);
     EXPECT_FALSE(IsRegistered(oid));
@@ -377,14 +377,14 @@ class ANodeThatWaits : public ANode {
     support::AddStore(3, rows, 1, 2, support::AddTable(3, name));
   }
 
-  // Has the application do something that waits for the master agent, and
-  // something else in a callback meanwhile.
+  // Runs `action`, which waits for the master agent, and `meanwhile` in a
+  // callback during that wait.
   void Do(const std::function<void()>& action,
           const std::function<void()>& meanwhile) {
     auto done = std::async(std::launch::async, action);
     DoBeforeAnswer(session_->Next(), meanwhile);
     done.get();
-    // What was put off is done behind the next answer.
+    // Deferred work is done after the next response.
     Get(Scalar(2));
   }
 

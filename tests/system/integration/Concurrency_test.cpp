@@ -72,8 +72,8 @@ class Workers {
   std::list<Worker> workers_;
 };
 
-// Builds a scalar that comes and goes, and stands before those that managers
-// ask for: the master agent (Net-SNMP 5.9) fails when an object is withdrawn
+// Builds a scalar that is deleted again. Its OID is below those that managers
+// request: the master agent (Net-SNMP 5.9) fails when an object is withdrawn
 // while it is in the middle of a walk over it or of a SET.
 NetSNMPDataNode* AddPassingScalar(unsigned long number, int value) {
   std::array<unsigned long, 10> oid{1, 3, 6, 1, 4, 1, 32473, 98, number, 0};
@@ -82,7 +82,7 @@ NetSNMPDataNode* AddPassingScalar(unsigned long number, int value) {
       NetSNMPIntNodeData(&value, eNodeAccessReadOnly, true), nullptr, "");
 }
 
-// A subagent that managers ask without a pause.
+// A subagent that managers send requests to without a pause.
 class UnderLoad : public testing::Test {
  protected:
   UnderLoad() {

@@ -41,8 +41,8 @@ class ASession : public testing::Test {
     ASSERT_TRUE(session_.Receiver().WaitForStates({1, 0}));
   }
 
-  // Waits until the nodes are served. The agent library registers those it
-  // knows again after it has told of the session.
+  // Waits until the nodes are served. The agent library registers them again
+  // after it has reported the session.
   bool WaitUntilServed() {
     return WaitFor(
         [this] {
@@ -145,8 +145,8 @@ TEST_F(ASession, TellsReceiversInTheOrderOfTheirNames) {
   EXPECT_THAT(told, ElementsAre("a", "b"));
 }
 
-// The master agent keeps the connection open and answers nothing: only the
-// agent library's own question, left without an answer, shows that it is gone.
+// The master agent keeps the connection open and does not respond: only the
+// missing response to a ping shows that it is gone.
 TEST(AFrozenMasterAgent, CountsAsLostAndComesBack) {
   Session session(
       "agentXPingInterval 1\n"

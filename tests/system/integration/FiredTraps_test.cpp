@@ -44,8 +44,8 @@ class FiredTraps : public testing::Test {
 
   ~FiredTraps() override { subAgent_.Stop(); }
 
-  // The object of each trap that was fired so far. One more, which is sent on
-  // demand behind them, tells that all have arrived.
+  // The object of each trap that was fired so far. Sends one more, whose
+  // arrival shows that all have arrived.
   std::vector<std::string> Fired() {
     {
       const NetSNMPAgentGuard guard;
@@ -62,7 +62,7 @@ class FiredTraps : public testing::Test {
     return objects;
   }
 
-  // What stands behind the OID of the trap.
+  // What follows the OID of the trap.
   static std::string ObjectOf(const std::string& received) {
     const std::string head = std::string("OID: ") + kAlarmOid + "; ";
     return received.substr(received.find(head) + head.size());
@@ -127,7 +127,7 @@ TEST_F(FiredTraps, CarryTheNewValueOfACellOverAVariable) {
   EXPECT_THAT(Fired(), ElementsAre(fired, fired));
 }
 
-TEST_F(FiredTraps, CarryTheOldValueOfACellThatHoldsIt) {
+TEST_F(FiredTraps, CarryTheOldValueOfACopiedCell) {
   {
     auto* const store = AddFans();
     const NetSNMPAgentGuard guard;

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 //
-// A master agent that is there and does nothing, and a subagent that was told
-// how long to wait for it. Unless told, each request waits for 6 seconds.
+// A master agent that does not respond, and a subagent with a reply timeout. By
+// default each request waits for 6 seconds.
 #include <gtest/gtest.h>
 #include <netinet/in.h>
 #include <sys/socket.h>
@@ -34,9 +34,9 @@ namespace {
 using Clock = std::chrono::steady_clock;
 using std::chrono::milliseconds;
 
-// What the subagent is told: enough for a master agent that shares a busy
-// machine. Nothing may take as long as a single request does by default, which
-// leaves room for a ping and a new attempt of a second each.
+// Long enough for a master agent on a busy machine. Nothing may take as long as
+// a single request does by default, which leaves room for a ping and a new
+// attempt of a second each.
 constexpr milliseconds kReplyTimeout{1000};
 constexpr milliseconds kAnything{5500};
 

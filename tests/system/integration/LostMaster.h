@@ -24,8 +24,8 @@ class LostMaster : public testing::Test {
     session_.Master().Start();
     states_.push_back(1);
     ASSERT_TRUE(session_.Receiver().WaitForStates(states_));
-    // The agent library registers again what it knows after it has told of the
-    // session, but before it lets go of the lock.
+    // The agent library registers everything again after it has reported the
+    // session, but before it releases the lock.
     const NetSNMPAgentGuard guard;
   }
 

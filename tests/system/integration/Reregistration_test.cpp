@@ -60,7 +60,7 @@ class AfterRestart : public testing::Test {
     ASSERT_TRUE(receiver_.WaitForStates({1, 0}));
     master_.Start();
     ASSERT_TRUE(receiver_.WaitForStates({1, 0, 1}));
-    // The agent library registers again what it kept before it lets go.
+    // The agent library registers everything again before it releases the lock.
     const NetSNMPAgentGuard guard;
   }
 

@@ -128,7 +128,7 @@ bool BytesAreUnchanged(const Variables& v) {
          v.bytes[3] == 0xef;
 }
 
-// A byte buffer takes a SET without an error and stays as it is.
+// A SET of a byte buffer succeeds and changes nothing.
 const ValueKind kByte = {"Byte",
                          [](Variables& v, eNodeAccessMode mode,
                             bool local) -> std::unique_ptr<NetSNMPNodeData> {
@@ -172,8 +172,8 @@ class AValue : public testing::TestWithParam<std::tuple<ValueKind, bool>> {
     return session_.Set({Oid(mode), Kind().typeLetter, Kind().newValue});
   }
 
-  // The bytes that the value holds, whether or not a manager may read them.
-  static std::string Held(eNodeAccessMode mode) {
+  // The bytes of the value, whether or not a manager may read them.
+  static std::string BytesOf(eNodeAccessMode mode) {
     const NetSNMPAgentGuard guard;
     const NetSNMPNodeData* value = NetSNMPDataNode::GetNodeData(Name(mode));
     return std::string(reinterpret_cast<const char*>(value->NodeByteValue()),
@@ -226,7 +226,7 @@ TEST_P(AValue, IsWrittenBySetIfItIsWritable) {
   }
   EXPECT_THAT(session_.Manager().Get(Oid(eNodeAccessReadWrite)).out,
               HasSubstr(" = " + Kind().written));
-  EXPECT_EQ(Held(eNodeAccessWriteOnly), Held(eNodeAccessReadWrite));
+  EXPECT_EQ(BytesOf(eNodeAccessWriteOnly), BytesOf(eNodeAccessReadWrite));
 }
 
 TEST_P(AValue, RefusesASetIfItIsNotWritable) {
@@ -246,7 +246,7 @@ INSTANTIATE_TEST_SUITE_P(
                      testing::Bool()),
     [](const TestParamInfo<std::tuple<ValueKind, bool>>& info) {
       return std::get<0>(info.param).name +
-             (std::get<1>(info.param) ? "HeldByTheValue"
+             (std::get<1>(info.param) ? "CopiedByTheValue"
                                       : "OverTheApplicationsVariable");
     });
 

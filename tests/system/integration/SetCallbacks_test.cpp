@@ -43,7 +43,7 @@ void DeleteTheOther(NetSNMPDataNode*) {
 
 void Throw(NetSNMPDataNode*) { throw std::runtime_error("not today"); }
 
-// What the nodes log, holding the guard.
+// The log of the nodes, guarded by NetSNMPAgentGuard.
 std::vector<std::string> lines;
 
 void RecordLine(unsigned int, const std::string& text) {
@@ -103,7 +103,7 @@ TEST_F(ACallback, DoesNotRunForAReadOrARefusedWrite) {
   EXPECT_EQ(calls, 0);
 }
 
-TEST_F(ACallback, DoesNotRunForTextHeldByTheValue) {
+TEST_F(ACallback, DoesNotRunForCopiedText) {
   std::string text = "initial";
   AddScalar(1, "text", NetSNMPStringNodeData(&text, eNodeAccessReadWrite, true),
             [](NetSNMPDataNode*) { ++calls; });

@@ -79,7 +79,7 @@ TEST(AConnectedSubAgent, IsStoppedBeforeItsWaitWouldEnd) {
   Session session("");
   session.Connect();
   AddIntScalar(1, "scalar", 1);
-  // By the time that the manager has its answer, the thread is waiting again.
+  // When the manager has its response, the thread is waiting again.
   ASSERT_TRUE(session.Manager().Get(ScalarOid(1)).Succeeded());
   const auto start = std::chrono::steady_clock::now();
   EXPECT_EQ(session.SubAgent().Stop(), 0);
@@ -162,8 +162,8 @@ void Ignore(int) {}
 // select() fails, and puts it back.
 class ASubAgentEndedByItself : public testing::Test {
  protected:
-  // A question to the master agent would find the closed descriptor before
-  // select() does: none is asked for a minute.
+  // A ping would find the closed descriptor before select() does: there is none
+  // for a minute.
   ASubAgentEndedByItself() : session_("agentXPingInterval 60\n") {
     SetLogSink(RecordLine);
     signal(SIGUSR1, Ignore);

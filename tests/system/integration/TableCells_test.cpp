@@ -35,7 +35,7 @@ struct Variables {
     return number == -42 && count == 4000000000 && text == "fan tray" &&
            std::strcmp(characters, "rev B") == 0 && flag && bytes[0] == 0xde;
   }
-  // A byte buffer takes a SET without an error and stays as it is.
+  // A SET of a byte buffer succeeds and changes nothing.
   bool AreWritten() const {
     return number == 7 && count == 8 && text == "pump" &&
            std::strcmp(characters, "rev C") == 0 && !flag && bytes[0] == 0xde;
@@ -136,7 +136,7 @@ TEST_P(TableCells, RefuseASetIfTheyAreNotWritable) {
   }
 }
 
-// A cell that holds its value is written in a copy of the row only.
+// For a cell with a copy only a copy of the row is written.
 TEST_P(TableCells, WriteTheApplicationsVariablesIfTheyAreWritable) {
   for (const int mode : {eNodeAccessReadWrite, eNodeAccessWriteOnly}) {
     for (const Column& column : kColumns) {

@@ -19,7 +19,7 @@ using testkit::CommandResult;
 namespace {
 
 // A SET of cells of a table whose rows 1 and 2 have the columns speed (2, over
-// a variable of the application), limit (3, held by the cell), and name (4,
+// a variable of the application), limit (3, a copy), and name (4,
 // read-only).
 class ATableSet : public testing::Test {
  protected:
@@ -83,7 +83,7 @@ TEST_F(ATableSet, OverAVariableIsSeenByTheApplicationAndTheNextGet) {
   EXPECT_THAT(Shown(Speed(2)), HasSubstr("INTEGER: 20"));
 }
 
-TEST_F(ATableSet, OfAHeldValueShowsOnlyOnceTheApplicationStoresTheRowAgain) {
+TEST_F(ATableSet, OfACopiedValueShowsOnlyOnceTheApplicationStoresTheRowAgain) {
   const CommandResult result = session_.Set({Limit(1), "i", "75"});
   EXPECT_TRUE(result.Succeeded()) << result;
   EXPECT_EQ(StoredIn(1, 2), 70);

@@ -21,7 +21,7 @@ namespace {
 
 using testing::ElementsAre;
 
-// The turn of a holder that asks now.
+// The turn that a new request for the lock would get.
 unsigned long TurnNow() {
   const NetSNMPAgentGuard guard;
   return AgentLockTurn();

@@ -147,7 +147,7 @@ TEST(AVarbind, SuitsTextsAndBytesInWhateverTypeAndLength) {
   }
 }
 
-// A class of the application's is known too.
+// Also for an application-defined class.
 class DerivedSizedChar : public NetSNMPSizedCharNodeData {
  public:
   using NetSNMPSizedCharNodeData::NetSNMPSizedCharNodeData;

@@ -251,7 +251,7 @@ TEST_F(DataNodeRegistration, IsMadeForASubagentInThePlaceOfADestroyedOne) {
 TEST_F(DataNodeRegistration, CountsAsWithdrawnWhenTheAgentLibraryRefuses) {
   auto* const node = BuildFanSpeed();
   log_.Lines();
-  // The agent library looks for what it is told to withdraw by this OID.
+  // The agent library finds the registration to withdraw by this OID.
   auto* const registration = node->handlerRegistration_;
   registration->rootoid[7] += 1;
   node->UnregisterNode();

@@ -22,7 +22,7 @@ std::vector<unsigned long> OidOf(const NetSNMPNode& node) {
   return {node.NodeOID(), node.NodeOID() + node.NodeOIDLen()};
 }
 
-// Writes its name down when it is destroyed.
+// Records its name when it is destroyed.
 class MortalNode : public NetSNMPNode {
  public:
   MortalNode(Oid oid, const std::string& name, std::vector<std::string>& grave)

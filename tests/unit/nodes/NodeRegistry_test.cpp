@@ -16,7 +16,7 @@ using testing::IsEmpty;
 
 using Journal = std::vector<std::string>;
 
-// Writes down what is done to it, and does what the test asks meanwhile.
+// Records the calls, and calls a function of the test meanwhile.
 class JournalNode : public NetSNMPNode {
  public:
   JournalNode(Journal& journal, const std::string& name,

@@ -54,7 +54,7 @@ struct Shutdown {
   void (*act)(const std::string& application);
 };
 
-// The names of the tests show it.
+// For the names of the tests.
 std::ostream& operator<<(std::ostream& stream, const Shutdown& shutdown) {
   return stream << shutdown.name;
 }

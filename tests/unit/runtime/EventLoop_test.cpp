@@ -98,7 +98,7 @@ TEST_F(APass, ReadsNothingThatWasGoneAtTheSecondLook) {
   EXPECT_THAT(LoggedLines(), IsEmpty());
 }
 
-TEST_F(APass, GoesOnToItsHouseKeepingAfterASignal) {
+TEST_F(APass, RunsItsHousekeepingAfterASignal) {
   EXPECT_THAT(
       CallsAfterSelect(-1, EINTR),
       ElementsAre("snmp_select_info", "select", "snmp_store_if_needed",
@@ -239,7 +239,7 @@ class InterruptedReceiver : public ISNMPSubAgentCallback {
 TEST_F(APass, RaisesTheInterruptionOfAReceiverAgain) {
   InterruptedReceiver receiver;
   subAgent_.RegisterSubAgentCallback("receiver", &receiver);
-  // An event may come up while the pass reads, and while it keeps house.
+  // An event may come up while the pass reads, and while it runs alarms.
   const std::pair<std::string, std::size_t> cases[] = {{"snmp_timeout", 3},
                                                        {"run_alarms", 6}};
   for (const auto& each : cases) {

@@ -113,7 +113,7 @@ struct Master {
   std::string host;
 };
 
-// The names of the tests show it.
+// For the names of the tests.
 std::ostream& operator<<(std::ostream& stream, const Master& master) {
   return stream << master.address;
 }
@@ -185,7 +185,7 @@ TEST(ASubAgentsSetUp, AsksTheAgentLibraryForSessionEvents) {
   EXPECT_FALSE(subAgent.Connected());
 }
 
-// Has a session come up while init_snmp() reads the configuration.
+// Makes a session come up while init_snmp() reads the configuration.
 int BeginSession(int, int, void*, void* subAgent) {
   EXPECT_EQ(NetSNMPNode::snmpSubAgent_, subAgent);
   RaiseSessionEvent(SNMPD_CALLBACK_INDEX_START);

@@ -19,7 +19,7 @@ using testing::IsEmpty;
 
 using Journal = std::vector<std::string>;
 
-// Writes down what it is told, and whether the subagent was connected then.
+// Records the states, and whether the subagent was connected then.
 class Receiver : public ISNMPSubAgentCallback {
  public:
   Receiver(const SNMPSubAgent& subAgent, Journal& journal,

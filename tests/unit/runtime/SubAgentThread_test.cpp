@@ -40,7 +40,7 @@ void OnSubAgentThread(const std::function<void()>& act) {
         &body);
   }
   done.get_future().wait();
-  // The alarm has returned when its pass lets go of the lock.
+  // The alarm has returned when its pass releases the lock.
   const NetSNMPAgentGuard guard;
 }
 
@@ -112,7 +112,7 @@ class StateReceiver : public ISNMPSubAgentCallback {
   std::vector<int> states_;
 };
 
-TEST_F(ARunningSubAgent, TellsNobodyWhenItIsStopped) {
+TEST_F(ARunningSubAgent, CallsNoReceiverWhenItIsStopped) {
   StateReceiver receiver;
   subAgent_.RegisterSubAgentCallback("receiver", &receiver);
   OnSubAgentThread([this] {

@@ -20,7 +20,7 @@ void FailToRead(const NetSNMPNodeData&) {
 }
 void FailToWrite(const NetSNMPNodeData&) { throw 42; }
 
-// The scalar that stands for a cell while it is served.
+// The scalar that owns a cell while it is served.
 class CellOwner : public CellTest {
  protected:
   // Puts another value into the speed column.

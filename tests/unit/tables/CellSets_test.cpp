@@ -83,7 +83,7 @@ TEST_F(CellSet, IsRefusedInBothReservePhases) {
 }
 
 // The node that fires the trap has its own copy of the cell, made before.
-TEST_F(CellSet, FiresTheTrapWithTheOldValueOfACellThatHoldsIt) {
+TEST_F(CellSet, FiresTheTrapWithTheOldValueOfACopiedCell) {
   BuildAlarm();
   SpeedSet set(PortRow(), 20);
   EXPECT_EQ(set.Commit(), SNMP_ERR_NOERROR);
@@ -107,7 +107,7 @@ TEST_F(CellSet, FiresTheTrapWithTheNewValueOfTheApplicationsVariable) {
   EXPECT_THAT(sent_.Take(), ElementsAre(alarm, alarm));
 }
 
-TEST_F(CellSet, FiresNoTrapForTextHeldByTheCell) {
+TEST_F(CellSet, FiresNoTrapForTextCopiedByTheCell) {
   BuildAlarm();
   store_->AddRow(Values(Index(Int(1)), Index(Unsigned(2)),
                         Text("old", eNodeAccessReadWrite)));

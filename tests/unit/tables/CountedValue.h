@@ -7,7 +7,7 @@
 
 #include "NetSNMPIntNodeData.h"
 
-// A value that tells how many of its kind are alive.
+// A value that counts how many of its kind exist.
 class CountedValue : public NetSNMPIntNodeData {
  public:
   explicit CountedValue(int number)

@@ -57,7 +57,7 @@ class IteratorHooks : public TableTest {
                                      indexes_.List(), &info_);
   }
 
-  // Two ports, whose unit does something of the application's when it is read.
+  // Two ports, whose unit calls a function of the test when it is read.
   NetSNMPTableEntryNode* AddPortsWith(const EventfulValue::Event& onRead) {
     auto* const store = BuildPortStore(BuildPortTable());
     for (const int unit : {1, 2}) {

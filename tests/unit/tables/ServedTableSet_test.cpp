@@ -37,7 +37,7 @@ TEST_F(ServedTableSet, WritesTheVariableOfTheApplication) {
   EXPECT_THAT(Walk(), ElementsAre("3.1.1 = 20"));
 }
 
-TEST_F(ServedTableSet, ShowsTheOldValueOfACellThatHoldsIt) {
+TEST_F(ServedTableSet, ShowsTheOldValueOfACopiedCell) {
   store_->AddRow(
       Values(Index(Int(1)), Index(Unsigned(1)), Int(10, eNodeAccessReadWrite)));
   CellRequest set(CellOid(3, 1, 1));

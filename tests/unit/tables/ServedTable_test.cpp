@@ -230,7 +230,7 @@ TEST_F(ServedTable, AnswersSeveralRequestsAtOnce) {
 }
 
 // A row given to the application makes the walk the iterator's.
-TEST_F(ServedTable, MayLoseARowThatTheSameRequestNames) {
+TEST_F(ServedTable, MayLoseARowThatTheSameRequestAddresses) {
   for (const bool givenOut : {false, true}) {
     for (const int lost : {1, 2, 3}) {
       const auto loseRow = [&](const NetSNMPNodeData&) {

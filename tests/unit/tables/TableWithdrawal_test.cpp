@@ -136,7 +136,7 @@ TEST_F(TableWithdrawal, IsDoneByTheDestructorWithoutASubagent) {
   EXPECT_THAT(Logged(), ElementsAre(PortTableLine(kDisconnected)));
 }
 
-// The state of the table, other than registered, when it is destroyed.
+// The state of an unregistered table when it is destroyed.
 struct LastState {
   const char* name;
   bool connectedAgain;

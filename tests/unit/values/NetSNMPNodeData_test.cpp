@@ -21,7 +21,7 @@ constexpr auto kUnknownType = static_cast<eNodeDataType>(7);
 static_assert(std::is_same_v<std::underlying_type_t<eNodeDataType>, int>);
 static_assert(std::is_same_v<std::underlying_type_t<eNodeAccessMode>, int>);
 
-// Holds one int as local data, in the way a class of an application might.
+// Has one int as local data, as an application-defined class might.
 class LocalInt : public NetSNMPNodeData {
  public:
   explicit LocalInt(int value)

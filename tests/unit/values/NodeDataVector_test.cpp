@@ -18,7 +18,7 @@ using testing::IsNull;
 
 using Values = std::vector<NetSNMPNodeData*>;
 
-// An int that writes itself down when it is deleted. Cloning 0 fails.
+// An int that records its deletion. Cloning 0 fails.
 class MortalInt : public NetSNMPIntNodeData {
  public:
   explicit MortalInt(int number)

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 //
-// Whom a value tells that it was set.
+// What a value notifies when it was set.
 #include <string>
 #include <vector>
 

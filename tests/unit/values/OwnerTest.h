@@ -13,8 +13,9 @@
 #include "support/Oid.h"
 #include "support/ScopedRegistry.h"
 
-// The scalar "fanSpeed" that values may belong to. What they tell it shows in
-// its log: its callback logs, and its trap, fired without a subagent, fails.
+// The scalar "fanSpeed" that values may belong to. Its log shows their
+// notifications: its callback logs, and its trap, fired without a subagent,
+// fails.
 class OwnerTest : public testing::Test {
  protected:
   OwnerTest() {

@@ -21,7 +21,7 @@ constexpr bool IsInteger() {
   return K::kType == eNodeDataInt || K::kType == eNodeDataUnsignedInt;
 }
 
-// Notes what its setter calls.
+// Records what its setter calls.
 template <typename K>
 class RecordingValue : public K::Class {
  public:
@@ -123,8 +123,8 @@ TYPED_TEST(ATypedValue, WritesItsLocalCopyAndNotTheVariable) {
   EXPECT_EQ(this->variable_, TypeParam::kOne);
 }
 
-// A char text takes a local copy: a SET of "" leaves it without storage, and
-// would otherwise have made it deaf for good.
+// A char text makes a local copy: after a SET of "", which leaves it without
+// storage, it could otherwise never be written again.
 TYPED_TEST(ATypedValue, StoresNothingWithoutStorageUnlessItIsACharText) {
   const auto value = this->WithoutStorage();
   this->Set(*value, TypeParam::kOther);
@@ -138,7 +138,7 @@ TYPED_TEST(ATypedValue, IsSetThroughTheSlotOfItsType) {
             TypeParam::kSetterSlot);
 }
 
-// A local copy changes without a word to the owner, but for the integers.
+// Unlike integers, values held locally do not notify.
 TYPED_TEST(ATypedValue, NotifiesByItsRuleAndThenLogsEvenWhenUnchanged) {
   enum Storage { kVariable, kLocal, kNone };
   for (const Storage storage : {kVariable, kLocal, kNone}) {

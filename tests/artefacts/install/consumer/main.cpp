@@ -1,8 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 //
-// A service that knows the library only as it is installed. It uses something
-// of each library whose types the headers name, prints what the platform calls
-// the loopback address, and fails if a value does not keep what is set.
+// A service that is built against the installed library. It uses each library
+// whose types are in the headers, prints the platform's loopback address, and
+// fails if a value is not what was set.
 
 #include <IRunnable.h>
 #include <LogXMessage.h>

@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 #
-# Included by each project that CMAKE_PROJECT_INCLUDE tells to, as a device's
-# toolchain would bring its platform library along.
+# Included by every project through CMAKE_PROJECT_INCLUDE, as a device's toolchain
+# may add its platform library.
 
 include_guard(GLOBAL)
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 //
-// A platform library as a device may have it: it keeps no log, and tells itself
-// from the host's by its loopback address.
+// A device's platform library, without a log. Its loopback address differs from
+// the host's.
 
 #include "LogXMessage.h"
 #include "NetworkInterfaces.h"
