@@ -1,7 +1,7 @@
 # SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 #
-# What `cmake --install` lays down: the libraries, all headers in one folder,
-# and the descriptions by which CMake and pkg-config find them.
+# Installs the libraries, all headers in one folder, and the files by which CMake
+# and pkg-config find them.
 
 include(CMakePackageConfigHelpers)
 
@@ -38,8 +38,8 @@ install(FILES
   cmake/FindNetSnmpAgent.cmake
   DESTINATION "${packageDir}")
 
-# pkg-config is told the name of the platform library's file. The prefix follows
-# the file that it reads, so that the installed tree can be moved.
+# pkg-config needs the file name of the platform library. The prefix is relative to
+# the .pc file, so that the installed tree can be moved.
 if(TARGET SnmpSubAgentPlatform)
   set(platformLibs "-lsnmpsubagent-platform")
 elseif(TARGET "${SNMPSUBAGENT_PLATFORM_LIBRARY}")

@@ -1,9 +1,9 @@
 # SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 #
-# Compiles and links everything with the sanitizer that SNMPSUBAGENT_SANITIZE
-# names. A finding ends the program, so that a test which has one fails.
+# Compiles and links everything with the sanitizer named by SNMPSUBAGENT_SANITIZE.
+# A finding ends the program, so that its test fails.
 
-# What makes a library complain about symbols that nothing defines.
+# The linker option that forbids undefined symbols in a library.
 set(linkCompletely LINKER:-z,defs)
 
 if(SNMPSUBAGENT_SANITIZE STREQUAL "address")
@@ -11,7 +11,7 @@ if(SNMPSUBAGENT_SANITIZE STREQUAL "address")
 elseif(SNMPSUBAGENT_SANITIZE STREQUAL "thread")
   set(sanitizers "thread")
 elseif(SNMPSUBAGENT_SANITIZE STREQUAL "fuzzer")
-  # Clang's, which it links into programs only.
+  # Clang links its sanitizer into programs only.
   set(sanitizers "address,undefined,fuzzer-no-link")
   set(linkCompletely "")
 elseif(SNMPSUBAGENT_SANITIZE)
