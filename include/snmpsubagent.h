@@ -13,6 +13,7 @@
 #include "snmpsubagent/SetChange.h"
 #include "snmpsubagent/SetError.h"
 #include "snmpsubagent/Syntax.h"
+#include "snmpsubagent/Table.h"
 #include "snmpsubagent/Types.h"
 #include "snmpsubagent/ValueSources.h"
 

@@ -109,7 +109,19 @@ class ReadOnly : public Access<ReadOnly> {};
 class ReadWrite : public Access<ReadWrite> {};
 
 // A column that managers read and write, also to make a row.
-class ReadCreate : public Access<ReadCreate> {};
+class ReadCreate : public Access<ReadCreate> {
+ public:
+  // A row that a manager makes is not ready before this column is written.
+  // Other columns begin with what a Row() has in them (DEFVAL).
+  ReadCreate& Required() {
+    isRequired_ = true;
+    return *this;
+  }
+  bool IsRequired() const { return isRequired_; }
+
+ private:
+  bool isRequired_ = false;
+};
 
 // An index column that managers know from the instance alone.
 class NotAccessible : public Access<NotAccessible> {};

@@ -32,33 +32,47 @@ struct NotificationResult {
 };
 using NotificationFunction = std::function<void(const NotificationResult&)>;
 
-// One varbind of a notification: a scalar with its present value, or any OID
-// with a value.
+// One varbind of a notification: a scalar or a cell of a table with its present
+// value, or any OID with a value.
 class NotificationObject {
  public:
+  // Writes the value; false if there is none now. Runs under the agent's lock.
+  using WriteFunction = std::function<bool(ValueWriter&)>;
+
   template <typename T>
   NotificationObject(const Scalar<T>& scalar)  // NOLINT: meant to be implicit
-      : object_(scalar.State()) {}
+      : NotificationObject(scalar.State(), Oid(scalar.State()->InstanceName()),
+                           [state = scalar.State()](ValueWriter& writer) {
+                             return state->WriteValue(writer);
+                           }) {}
   // `instance` is the whole OID.
   template <typename T>
   NotificationObject(Oid instance, T value)
-      : instance_(std::move(instance)),
-        write_([v = std::move(value)](ValueWriter& writer) {
-          Syntax<T>::Write(writer, v);
-        }) {
+      : NotificationObject(nullptr, std::move(instance),
+                           [v = std::move(value)](ValueWriter& writer) {
+                             Syntax<T>::Write(writer, v);
+                             return true;
+                           }) {
     static_assert(detail::HasSyntax<T>, "this type is none of SMIv2");
   }
   NotificationObject(Oid instance, const char* text)
       : NotificationObject(std::move(instance), std::string(text)) {}
+  // What `object`, if it is not null, no longer has once it is withdrawn.
+  NotificationObject(std::shared_ptr<detail::ManagedObject> object,
+                     Oid instance, WriteFunction write)
+      : object_(std::move(object)),
+        instance_(std::move(instance)),
+        write_(std::move(write)) {}
 
-  const std::shared_ptr<detail::ScalarState>& Object() const { return object_; }
   const Oid& Instance() const { return instance_; }
-  void Write(ValueWriter& writer) const { write_(writer); }
+  bool Write(ValueWriter& writer) const {
+    return (!object_ || object_->IsServed()) && write_(writer);
+  }
 
  private:
-  std::shared_ptr<detail::ScalarState> object_;  // null if it is a value
+  std::shared_ptr<detail::ManagedObject> object_;
   Oid instance_;
-  std::function<void(ValueWriter&)> write_;
+  WriteFunction write_;
 };
 
 // A NOTIFICATION-TYPE (RFC 2578, section 8). Sent to the master agent, which

@@ -19,17 +19,10 @@ void Append(agentx::VarbindWriter& varbinds, detail::AgentState& agent,
             const NotificationObject& object) {
   const std::size_t place = varbinds.Place();
   ValueWriter writer(varbinds, agent);
-  const OidView name = object.Object() ? object.Object()->InstanceName()
-                                       : object.Instance().View();
+  const OidView name = object.Instance();
   try {
     varbinds.Name(name);
-    if (!object.Object()) {
-      object.Write(writer);
-      return;
-    }
-    if (object.Object()->IsServed() && object.Object()->WriteValue(writer)) {
-      return;
-    }
+    if (object.Write(writer)) return;
     agent.Log(LogLevel::Warning,
               ToString(name) +
                   ": left out of a notification, since it has no "

@@ -180,6 +180,10 @@ void AddChange(Transaction& transaction, std::unique_ptr<Change> change) {
   transaction.Add(std::move(change));
 }
 
+std::uint16_t CurrentVarbind(const Transaction& transaction) {
+  return transaction.CurrentVarbind();
+}
+
 bool ChangedElsewhere(const Transaction& transaction,
                       const ManagedObject& object) {
   return transaction.Agent().Requests().IsChangedByOther(transaction, object);

@@ -78,13 +78,14 @@ Transaction::Failure Transaction::CheckFrom(std::size_t first) {
   std::vector<std::pair<std::shared_ptr<ModuleState>, std::uint16_t>> modules;
   for (std::size_t i = first; i < changes_.size(); ++i) {
     Change& change = *changes_[i];
+    std::uint16_t varbind = varbinds_[i];
     SetError error;
     try {
-      error = change.Check();
+      error = change.Check(varbind);
     } catch (...) {
       error = ReportException(change.Object());
     }
-    if (error != SetError::None) return {WireError(error), varbinds_[i]};
+    if (error != SetError::None) return {WireError(error), varbind};
     const auto module = change.Object().Module().shared_from_this();
     if (std::none_of(modules.begin(), modules.end(),
                      [&](const auto& seen) { return seen.first == module; })) {

@@ -48,6 +48,8 @@ class Transaction : public std::enable_shared_from_this<Transaction> {
   // been committed.
   void Abandon();
 
+  // That is being staged, counted from 1.
+  std::uint16_t CurrentVarbind() const { return varbind_; }
   Change* Find(const ManagedObject& object) const;
   void Add(std::unique_ptr<Change> change);
   const std::vector<std::unique_ptr<Change>>& Changes() const {

@@ -3,6 +3,7 @@
 #define SNMPSUBAGENT_SNMPSUBAGENT_DETAIL_MANAGEDOBJECT_H_
 
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <string_view>
 #include <utility>
@@ -96,7 +97,9 @@ class SNMPSUBAGENT_OBJECTS_EXPORT Change {
   ManagedObject& Object() const { return *object_; }
 
   // Asked once all varbinds of the PDU are staged: the application's checks.
-  virtual SetError Check() = 0;
+  // `varbind` is the first that has staged something of it, and may be set to
+  // another one that is to blame.
+  virtual SetError Check(std::uint16_t& varbind) = 0;
   // Stores the new value and has the application apply it. Refused leaves
   // everything as it was before. After Deferred, Resumed() brings the answer.
   virtual Step Commit(Transaction& transaction) = 0;

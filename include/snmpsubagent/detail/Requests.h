@@ -2,6 +2,7 @@
 #ifndef SNMPSUBAGENT_SNMPSUBAGENT_DETAIL_REQUESTS_H_
 #define SNMPSUBAGENT_SNMPSUBAGENT_DETAIL_REQUESTS_H_
 
+#include <cstdint>
 #include <memory>
 
 #include "snmpsubagent/Export.h"
@@ -33,6 +34,9 @@ SNMPSUBAGENT_OBJECTS_EXPORT Change* FindChange(const Transaction& transaction,
                                                const ManagedObject& object);
 SNMPSUBAGENT_OBJECTS_EXPORT void AddChange(Transaction& transaction,
                                            std::unique_ptr<Change> change);
+// The varbind that is being staged, counted from 1.
+SNMPSUBAGENT_OBJECTS_EXPORT std::uint16_t CurrentVarbind(
+    const Transaction& transaction);
 // Whether another transaction that is under way changes `object`.
 SNMPSUBAGENT_OBJECTS_EXPORT bool ChangedElsewhere(
     const Transaction& transaction, const ManagedObject& object);

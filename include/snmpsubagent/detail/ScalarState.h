@@ -2,8 +2,8 @@
 #ifndef SNMPSUBAGENT_SNMPSUBAGENT_DETAIL_SCALARSTATE_H_
 #define SNMPSUBAGENT_SNMPSUBAGENT_DETAIL_SCALARSTATE_H_
 
+#include <cstdint>
 #include <functional>
-#include <limits>
 #include <memory>
 #include <optional>
 #include <stdexcept>
@@ -15,6 +15,7 @@
 #include "snmpsubagent/SetError.h"
 #include "snmpsubagent/Syntax.h"
 #include "snmpsubagent/detail/ManagedObject.h"
+#include "snmpsubagent/detail/NewValue.h"
 #include "snmpsubagent/detail/Requests.h"
 #include "snmpsubagent/detail/Source.h"
 
@@ -112,12 +113,13 @@ class TypedScalar final : public ScalarState {
  protected:
   SetError StageValue(const ValueView& value,
                       Transaction& transaction) override;
-  SetError Decode(const ValueView& value) const override;
+  SetError Decode(const ValueView& value) const override {
+    return DecodeAs<T>(value);
+  }
 
  private:
   using Functions = ScalarFunctions<T>;
 
-  SetError NewValue(const ValueView& value, const T& before, T& after) const;
   SetError StageChange(T before, T after, Transaction& transaction);
 
   std::unique_ptr<Source<T>> source_;
@@ -136,7 +138,9 @@ class ScalarChange final : public Change {
 
   const T& After() const { return after_; }
 
-  SetError Check() override { return scalar_.CallCheck(before_, after_); }
+  SetError Check(std::uint16_t&) override {
+    return scalar_.CallCheck(before_, after_);
+  }
   Step Commit(Transaction& transaction) override;
   Step Resumed(SetError error) override;
   Step Undo(Transaction& transaction) override;
@@ -157,44 +161,15 @@ class ScalarChange final : public Change {
 };
 
 template <typename T>
-SetError TypedScalar<T>::Decode(const ValueView& value) const {
-  if constexpr (CanRead<T>) {
-    T decoded{};
-    return Syntax<T>::Read(value, decoded);
-  } else {
-    return SetError::NotWritable;
-  }
-}
-
-template <typename T>
 SetError TypedScalar<T>::StageValue(const ValueView& value,
                                     Transaction& transaction) {
-  if constexpr (CanRead<T>) {
-    const std::optional<T> before = Load();
-    if (!before) return SetError::InconsistentName;
-    T after = *before;
-    const SetError error = NewValue(value, *before, after);
-    return error == SetError::None
-               ? StageChange(*before, std::move(after), transaction)
-               : error;
-  } else {
-    return SetError::NotWritable;
-  }
-}
-
-// What a manager's value makes of the one before.
-template <typename T>
-SetError TypedScalar<T>::NewValue(const ValueView& value, const T& before,
-                                  T& after) const {
-  const SetError error = Syntax<T>::Read(value, after);
-  if constexpr (std::is_same_v<T, TestAndIncr>) {
-    if (error == SetError::None && !(after == before)) {
-      return SetError::InconsistentValue;
-    }
-    const bool last = after.value == std::numeric_limits<std::int32_t>::max();
-    after.value = last ? 0 : after.value + 1;
-  }
-  return error;
+  const std::optional<T> before = Load();
+  if (!before) return SetError::InconsistentName;
+  T after = *before;
+  const SetError error = MakeNewValue(value, after);
+  return error == SetError::None
+             ? StageChange(*before, std::move(after), transaction)
+             : error;
 }
 
 // Of an object that the request names twice, both values have to be the same.

@@ -1,0 +1,349 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#ifndef SNMPSUBAGENT_SNMPSUBAGENT_TABLE_H_
+#define SNMPSUBAGENT_SNMPSUBAGENT_TABLE_H_
+
+#include <chrono>
+#include <cstddef>
+#include <functional>
+#include <map>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string_view>
+#include <type_traits>
+#include <utility>
+
+#include "snmpsubagent/Access.h"
+#include "snmpsubagent/AgentLock.h"
+#include "snmpsubagent/Index.h"
+#include "snmpsubagent/Module.h"
+#include "snmpsubagent/Notification.h"
+#include "snmpsubagent/RowChange.h"
+#include "snmpsubagent/ValueSources.h"
+#include "snmpsubagent/detail/Columns.h"
+#include "snmpsubagent/detail/MapRows.h"
+#include "snmpsubagent/detail/TableState.h"
+
+namespace snmpsubagent {
+
+// A conceptual table (RFC 2578, 7.1.12) of rows of the application's type, each
+// under a key.
+//
+//   struct User {
+//     std::string shell = "/bin/sh";
+//     std::uint32_t quota = 1000;
+//     snmp::Counter64 logins;
+//   };
+//
+//   snmp::Table<std::string, User> users(module, "5");  // INDEX { userName }
+//   users.Column(2, &User::shell, snmp::ReadCreate().Size(1, 64))
+//       .Column(3, &User::quota, snmp::ReadCreate().Range(0, 1'000'000))
+//       .Column(4, &User::logins)
+//       .Column(5, [](const std::string& name, const User&) {
+//         return ProcessesOf(name);
+//       })
+//       .RowStatus(6);
+//   users.Insert("root", {"/bin/bash", 0, {}});
+//
+// The key is what the INDEX clause says, see Index.h: an integer, an
+// enumeration, a std::string, a std::array of octets, an Oid, an IpAddress, an
+// InetAddress (which is two indexes), or a std::tuple of them; a last string or
+// OID that the MIB says to be IMPLIED is an Implied<std::string> or
+// Implied<Oid>.
+//
+// Rows are held by the table, or borrowed from a container of the
+// application's, or filled in by a function when managers ask.
+//
+// A SET changes rows in copies of its own. They are checked when the whole PDU
+// is there, put in place by CommitSet, and replaced by the rows before if
+// anything refuses; see Scalar for the phases.
+//
+// Threads: any. Each operation takes the agent's lock; hold Agent::Lock()
+// around several that belong together. The destructor waits for a function of
+// the application's that runs on another thread.
+template <typename Key, typename Row,
+          typename Container = std::map<Key, Row, IndexOrder<Key>>>
+class Table {
+  static_assert(detail::HasIndexSyntax<Key>,
+                "this type can't be an index: see <snmpsubagent/Index.h>");
+
+ public:
+  using Rows = Container;
+  using Change_ = RowChange<Key, Row>;
+
+  // `oid` is that of the table, relative to the module's subtree, or whole with
+  // a dot in front; its entry is the 1 below. Throws std::invalid_argument as
+  // Scalar does.
+  Table(Module& module, std::string_view oid)
+      : Table(module, oid, std::make_shared<Store>()) {}
+
+  // A table of rows that are the application's, which changes them under
+  // Agent::Lock(). The container outlives the table. It is ordered by
+  // IndexOrder<Key>, or, with one integer or enumeration as its key, by
+  // std::less.
+  //
+  //   std::map<int, Port> ports;
+  //   snmp::Table portTable(module, "7", ports);
+  Table(Module& module, std::string_view oid, Container& rows)
+      : Table(module, oid, std::make_shared<Store>(rows)) {}
+
+  // A table that shares the rows of another: one that AUGMENTS it, or has some
+  // of its columns only for some rows (RFC 2578, 7.8).
+  Table(Module& module, std::string_view oid, const Table& rows)
+      : Table(module, oid, rows.rows_) {}
+
+  ~Table() { Withdraw(); }
+  Table(Table&&) noexcept = default;
+  Table& operator=(Table&& other) noexcept {
+    if (this != &other) {
+      Withdraw();
+      rows_ = std::move(other.rows_);
+      state_ = std::move(other.state_);
+    }
+    return *this;
+  }
+
+  // A column that is a member of the row; a std::optional member that is empty
+  // is a cell that the row does not have. ReadOnly, ReadWrite or ReadCreate.
+  // Each of these throws std::invalid_argument for a number that is 0 or taken,
+  // or constraints that do not fit the type.
+  template <typename M, typename A = ReadOnly>
+  Table& Column(SubIdentifier number, M Row::*member, const A& access = {}) {
+    using T = typename detail::WithoutOptional<M>::Type;
+    constexpr bool writable = !std::is_same_v<A, ReadOnly>;
+    static_assert(!writable || detail::CanRead<T>,
+                  "SMIv2 has no writable Counter32, Counter64 or TimeStamp");
+    static_assert(!std::is_same_v<A, NotAccessible>,
+                  "a column that managers do not see is not needed");
+    auto column = std::make_unique<detail::MemberColumn<Row, M>>(member);
+    column->writable = writable;
+    column->constraints = access.Rules();
+    if constexpr (std::is_same_v<A, ReadCreate>) {
+      column->isRequired = access.IsRequired();
+    }
+    return Add(number, std::move(column));
+  }
+
+  // A column that a function of (key, row) tells; one that returns a
+  // std::optional may say that there is no such cell. Or a column that is the
+  // same in each row.
+  template <typename V>
+  Table& Column(SubIdentifier number, V value) {
+    if constexpr (std::is_invocable_v<V&, const Key&, const Row&>) {
+      return Add(number, std::make_unique<detail::FunctionColumn<Key, Row, V>>(
+                             std::move(value)));
+    } else {
+      using T = detail::ValueOf<V>;
+      static_assert(!std::is_invocable_v<V&>,
+                    "a column's function takes a key and a row");
+      return Add(number, std::make_unique<detail::ConstantColumn<T>>(
+                             T(std::move(value))));
+    }
+  }
+
+  // The `Part`th index, from 0, as a column that managers read. Without it they
+  // know it from the instance alone (not-accessible).
+  template <std::size_t Part = 0>
+  Table& Index(SubIdentifier number) {
+    return Add(number, std::make_unique<detail::IndexColumn<Part, Key>>());
+  }
+  // The same for an InetAddress, which has a column for its type.
+  template <std::size_t Part = 0>
+  Table& Index(SubIdentifier typeNumber, SubIdentifier addressNumber) {
+    Add(typeNumber, std::make_unique<detail::AddressTypeColumn<Part, Key>>());
+    return Index<Part>(addressNumber);
+  }
+
+  // The column by which managers make, activate and destroy rows (RFC 2579).
+  // Rows of the application's are active.
+  Table& RowStatus(SubIdentifier number) {
+    const AgentLock lock = Lock();
+    state_->SetStatusColumn(number);
+    return *this;
+  }
+  // The member that says how a row is kept: managers can't destroy one that is
+  // Permanent nor change one that is ReadOnly.
+  Table& StorageType(SubIdentifier number,
+                     snmpsubagent::StorageType Row::*member) {
+    Column(number, member, ReadCreate().Range(1, 3));
+    state_->SetStorage([member](const void* row) {
+      return static_cast<const Row*>(row)->*member;
+    });
+    return *this;
+  }
+  // Managers change other columns of a row only while it is not active.
+  Table& FreezeActiveRows() {
+    const AgentLock lock = Lock();
+    state_->FreezeActiveRows();
+    return *this;
+  }
+  // Managers make no more rows when there are so many: resourceUnavailable.
+  Table& Limit(std::size_t rows) {
+    const AgentLock lock = Lock();
+    rows_->SetLimit(rows);
+    return *this;
+  }
+
+  // Functions of a RowChange, called for each row that a SET changes; as those
+  // of a Scalar. A table that shares rows shares them too.
+  template <typename F>
+  Table& Check(F function) {
+    return Edit([&](auto& functions) {
+      functions.check = [f = std::move(function)](const Change_& change) {
+        return detail::AsSetError([&] { return f(change); },
+                                  SetError::InconsistentValue);
+      };
+    });
+  }
+  // Returns nothing, a bool or a SetError, or takes a Later<SetError> as well.
+  template <typename F>
+  Table& Apply(F function) {
+    return Edit([&](auto& functions) {
+      if constexpr (std::is_invocable_v<F&, const Change_&, Later<SetError>>) {
+        functions.applyLater = std::move(function);
+      } else {
+        functions.apply = [f = std::move(function)](const Change_& change) {
+          return detail::AsSetError([&] { return f(change); });
+        };
+      }
+    });
+  }
+  template <typename F>
+  Table& Changed(F function) {
+    return Edit(
+        [&](auto& functions) { functions.changed = std::move(function); });
+  }
+
+  // Adds a row; false, with nothing changed, if there is one. Throws
+  // std::invalid_argument for a key that no OID can have: a number below 0, a
+  // text that is too long.
+  bool Insert(const Key& key, Row row) {
+    const AgentLock lock = Lock();
+    Require(key);
+    return !Contains(key) && rows_->Put(key, std::move(row));
+  }
+  // Adds a row, or puts it in the place of the one that there is.
+  void Set(const Key& key, Row row) {
+    const AgentLock lock = Lock();
+    Require(key);
+    rows_->Put(key, std::move(row), rows_->StatusOf(key));
+  }
+  // Calls `change` with the row; false if there is none.
+  template <typename F>
+  bool Change(const Key& key, F change) {
+    const AgentLock lock = Lock();
+    const auto place = rows_->Rows().find(key);
+    if (place == rows_->Rows().end()) return false;
+    change(place->second);
+    rows_->Note(key);
+    return true;
+  }
+  bool Erase(const Key& key) {
+    const AgentLock lock = Lock();
+    return rows_->Erase(key);
+  }
+  // Makes the rows those of `rows`, in one go: managers see the ones before or
+  // the new ones. Rows that stay keep their status.
+  void Replace(Rows rows) {
+    const AgentLock lock = Lock();
+    for (const auto& row : rows) Require(row.first);
+    rows_->Replace(std::move(rows));
+  }
+
+  std::optional<Row> Find(const Key& key) const {
+    const AgentLock lock = Lock();
+    const auto place = rows_->Rows().find(key);
+    if (place == rows_->Rows().end()) return std::nullopt;
+    return place->second;
+  }
+  bool Contains(const Key& key) const {
+    const AgentLock lock = Lock();
+    return rows_->Rows().find(key) != rows_->Rows().end();
+  }
+  // None if there is no such row.
+  snmpsubagent::RowStatus Status(const Key& key) const {
+    const AgentLock lock = Lock();
+    return Contains(key) ? rows_->StatusOf(key) : snmpsubagent::RowStatus::None;
+  }
+  std::size_t Size() const {
+    const AgentLock lock = Lock();
+    return rows_->Size();
+  }
+  // Calls `visit` with each key and row, in the order of the index. It must not
+  // add or erase rows.
+  template <typename F>
+  void ForEach(F visit) const {
+    const AgentLock lock = Lock();
+    for (const auto& [key, row] : rows_->Rows()) visit(key, row);
+  }
+
+  // Has `load` fill an empty map whenever managers ask and the rows are older
+  // than `timeToLive`. It runs under the agent's lock, once at a time; one that
+  // throws is answered with genErr, and asked again.
+  Table& Load(std::function<void(Rows&)> load,
+              std::chrono::steady_clock::duration timeToLive) {
+    const AgentLock lock = Lock();
+    rows_->SetLoader(std::move(load), timeToLive);
+    return *this;
+  }
+
+  // A cell, for Notification::Send().
+  NotificationObject Cell(const Key& key, SubIdentifier column) const {
+    IndexWriter index;
+    IndexSyntax<Key>::Write(index, key);
+    Oid name = state_->CellName(column, index.View());
+    return NotificationObject(
+        state_, std::move(name),
+        [state = state_, column, at = Oid(index.View())](ValueWriter& writer) {
+          detail::RowView row;
+          return state->Rows().Find(at, row) &&
+                 state->WriteCell(column, row, at, writer);
+        });
+  }
+
+ private:
+  using Store = detail::MapRows<Rows>;
+
+  Table(Module& module, std::string_view oid, std::shared_ptr<Store> rows)
+      : rows_(std::move(rows)),
+        state_(
+            std::make_shared<detail::TableState>(module.State(), oid, rows_)) {
+    state_->Serve();
+  }
+
+  static void Require(const Key& key) {
+    IndexWriter index;
+    IndexSyntax<Key>::Write(index, key);
+    if (index.IsTooLong() || !detail::ReadKey<Key>(index.View())) {
+      throw std::invalid_argument("a key that can't be an index");
+    }
+  }
+
+  Table& Add(SubIdentifier number, std::unique_ptr<detail::Column> column) {
+    const AgentLock lock = Lock();
+    state_->AddColumn(number, std::move(column));
+    return *this;
+  }
+  template <typename F>
+  Table& Edit(F edit) {
+    const AgentLock lock = Lock();
+    rows_->EditFunctions(edit);
+    return *this;
+  }
+  AgentLock Lock() const { return AgentLock(state_->Agent()); }
+  void Withdraw() {
+    if (state_) state_->Withdraw();
+  }
+
+  std::shared_ptr<Store> rows_;
+  std::shared_ptr<detail::TableState> state_;
+};
+
+template <typename Container>
+Table(Module&, std::string_view, Container&)
+    -> Table<typename Container::key_type, typename Container::mapped_type,
+             Container>;
+
+}  // namespace snmpsubagent
+
+#endif  // SNMPSUBAGENT_SNMPSUBAGENT_TABLE_H_

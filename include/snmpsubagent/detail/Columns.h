@@ -1,0 +1,149 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#ifndef SNMPSUBAGENT_SNMPSUBAGENT_DETAIL_COLUMNS_H_
+#define SNMPSUBAGENT_SNMPSUBAGENT_DETAIL_COLUMNS_H_
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <tuple>
+#include <type_traits>
+#include <utility>
+
+#include "snmpsubagent/Syntax.h"
+#include "snmpsubagent/ValueWriter.h"
+#include "snmpsubagent/detail/NewValue.h"
+#include "snmpsubagent/detail/Source.h"
+#include "snmpsubagent/detail/TableState.h"
+
+// Where the cells of a column come from, one class for each way.
+namespace snmpsubagent::detail {
+
+template <typename T>
+class TypedColumn : public Column {
+ public:
+  static_assert(HasSyntax<T>,
+                "the column's type is none of SMIv2: see "
+                "<snmpsubagent/Types.h>, or specialise snmpsubagent::Syntax");
+  TypedColumn() { type = Syntax<T>::kType; }
+  SetError Decode(const ValueView& value) const override {
+    return DecodeAs<T>(value);
+  }
+  SetError Write(void*, const ValueView&) const override {
+    return SetError::NotWritable;
+  }
+
+ protected:
+  static bool WriteTo(ValueWriter& writer, const T& value) {
+    Syntax<T>::Write(writer, value);
+    return true;
+  }
+  static bool WriteTo(ValueWriter& writer, const std::optional<T>& value) {
+    if (value) Syntax<T>::Write(writer, *value);
+    return value.has_value();
+  }
+};
+
+// A member of the row, M being its type: a T, or a std::optional<T> if a row
+// may have no such cell.
+template <typename Row, typename M>
+class MemberColumn final
+    : public TypedColumn<typename WithoutOptional<M>::Type> {
+ public:
+  using T = typename WithoutOptional<M>::Type;
+  explicit MemberColumn(M Row::*member) : member_(member) {}
+
+  bool Read(const RowView& row, ValueWriter& writer) const override {
+    return this->WriteTo(writer, static_cast<const Row*>(row.row)->*member_);
+  }
+  SetError Write(void* row, const ValueView& value) const override {
+    M& cell = static_cast<Row*>(row)->*member_;
+    if constexpr (std::is_same_v<M, T>) {
+      return MakeNewValue(value, cell);
+    } else {
+      T made = cell.value_or(T{});
+      const SetError error = MakeNewValue(value, made);
+      if (error == SetError::None) cell = std::move(made);
+      return error;
+    }
+  }
+
+ private:
+  M Row::*member_;
+};
+
+// A function of key and row.
+template <typename Key, typename Row, typename Function>
+class FunctionColumn final
+    : public TypedColumn<typename WithoutOptional<std::decay_t<
+          std::invoke_result_t<Function&, const Key&, const Row&>>>::Type> {
+ public:
+  explicit FunctionColumn(Function function) : function_(std::move(function)) {}
+  bool Read(const RowView& row, ValueWriter& writer) const override {
+    return this->WriteTo(writer, function_(*static_cast<const Key*>(row.key),
+                                           *static_cast<const Row*>(row.row)));
+  }
+
+ private:
+  mutable Function function_;
+};
+
+// The same in each row.
+template <typename T>
+class ConstantColumn final : public TypedColumn<T> {
+ public:
+  explicit ConstantColumn(T value) : value_(std::move(value)) {}
+  bool Read(const RowView&, ValueWriter& writer) const override {
+    return this->WriteTo(writer, value_);
+  }
+
+ private:
+  T value_;
+};
+
+template <std::size_t N, typename Key>
+const Key& PartOf(const Key& key) {
+  static_assert(N == 0, "the key has one part");
+  return key;
+}
+template <std::size_t N, typename... Parts>
+const auto& PartOf(const std::tuple<Parts...>& key) {
+  return std::get<N>(key);
+}
+template <std::size_t N, typename A, typename B>
+const auto& PartOf(const std::pair<A, B>& key) {
+  return std::get<N>(key);
+}
+template <typename T>
+const T& Bare(const T& part) {
+  return part;
+}
+template <typename T>
+const T& Bare(const Implied<T>& part) {
+  return part.value;
+}
+template <std::size_t N, typename Key>
+using PartType =
+    std::decay_t<decltype(Bare(PartOf<N>(std::declval<const Key&>())))>;
+
+// An index that is readable as a column.
+template <std::size_t N, typename Key>
+class IndexColumn final : public TypedColumn<PartType<N, Key>> {
+ public:
+  bool Read(const RowView& row, ValueWriter& writer) const override {
+    return this->WriteTo(writer,
+                         Bare(PartOf<N>(*static_cast<const Key*>(row.key))));
+  }
+};
+
+// Of an InetAddress in the index, its type.
+template <std::size_t N, typename Key>
+class AddressTypeColumn final : public TypedColumn<InetAddressType> {
+ public:
+  bool Read(const RowView& row, ValueWriter& writer) const override {
+    return WriteTo(writer, PartOf<N>(*static_cast<const Key*>(row.key)).type);
+  }
+};
+
+}  // namespace snmpsubagent::detail
+
+#endif  // SNMPSUBAGENT_SNMPSUBAGENT_DETAIL_COLUMNS_H_

@@ -1,0 +1,141 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#ifndef SNMPSUBAGENT_SNMPSUBAGENT_DETAIL_ROWSTORE_H_
+#define SNMPSUBAGENT_SNMPSUBAGENT_DETAIL_ROWSTORE_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "snmpsubagent/Export.h"
+#include "snmpsubagent/Index.h"
+#include "snmpsubagent/RowChange.h"
+#include "snmpsubagent/SetError.h"
+#include "snmpsubagent/detail/ManagedObject.h"
+
+namespace snmpsubagent::detail {
+
+class TableState;
+class StagedRow;
+
+// A row as the machinery sees it: the application's types are behind the
+// pointers.
+struct RowView {
+  const void* key = nullptr;
+  const void* row = nullptr;
+  RowStatus status = RowStatus::Active;
+};
+
+// The rows of a table, or of several that share them, in the order of their
+// indexes.
+//
+// Threads: under the agent's lock.
+class SNMPSUBAGENT_OBJECTS_EXPORT RowStore {
+ public:
+  virtual ~RowStore();
+
+  // What is found stays until a row is changed or a function of the
+  // application's is called.
+  virtual bool Find(OidView index, RowView& found) = 0;
+  // The first row behind `index`, with `include` also that one, and its index.
+  virtual bool FindNext(OidView index, bool include, RowView& found,
+                        IndexWriter& foundIndex) = 0;
+  // Whether there can be a row under this index.
+  virtual bool IsKey(OidView index) const = 0;
+  // A copy of the row under that index, or of a new one, to be changed by a
+  // SET.
+  virtual std::unique_ptr<StagedRow> Stage(std::shared_ptr<TableState> table,
+                                           OidView index) = 0;
+
+  // The staged rows of all SETs that are under way.
+  const std::vector<StagedRow*>& Staged() const { return staged_; }
+  // So many rows are the most when a manager makes one; 0 for no limit.
+  void SetLimit(std::size_t rows) { limit_ = rows; }
+  // Whether there is no room for a new row beside those that are staged.
+  bool IsFullFor(const StagedRow& row) const;
+  virtual std::size_t Size() const = 0;
+
+ protected:
+  // The application has changed the row with that index.
+  void NoteChange(OidView index);
+
+ private:
+  friend class StagedRow;
+  std::vector<StagedRow*> staged_;
+  std::size_t limit_ = 0;
+};
+
+// What a SET makes of one row: cells first, as the varbinds come, then the
+// status (RFC 2579, RowStatus).
+class SNMPSUBAGENT_OBJECTS_EXPORT StagedRow : public Change {
+ public:
+  StagedRow(std::shared_ptr<TableState> table, std::shared_ptr<RowStore> store,
+            OidView index, RowStatus status);
+  ~StagedRow() override;
+
+  OidView Index() const { return index_; }
+  bool IsOf(const Transaction& transaction) const {
+    return transaction_ == &transaction;
+  }
+  void SetTransaction(const Transaction& transaction) {
+    transaction_ = &transaction;
+  }
+
+  // The row as it will be.
+  virtual void* Row() = 0;
+  RowStatus Before() const { return before_; }
+  RowStatus After() const { return after_; }
+  bool IsPut() const { return isPut_; }
+
+  // A cell has been written; which of the required columns it is in, or -1.
+  void NoteCell(int required);
+  // The status has been written. InconsistentValue if it was before, otherwise.
+  SetError NoteAction(RowStatus action, std::uint16_t varbind);
+  // The application has changed the row meanwhile.
+  void NoteChange() {
+    if (!isPutting_) overtaken_ = true;
+  }
+
+  SetError Check(std::uint16_t& varbind) override;
+  Step Commit(Transaction& transaction) override;
+  Step Resumed(SetError error) override;
+  Step Undo(Transaction& transaction) override;
+  void Finish() override;
+
+ protected:
+  // The application's functions.
+  virtual SetError AskCheck() = 0;
+  virtual Step CallApply(bool undo, Transaction& transaction) = 0;
+  virtual void CallChanged() = 0;
+  // Puts the row that will be, or was, in the place of the other.
+  virtual void Store() = 0;
+  virtual void Restore() = 0;
+
+ private:
+  SetError DecideNew();
+  SetError DecideExisting();
+  bool IsComplete() const;
+  Step Apply(bool undo, Transaction& transaction);
+  void Put(bool undo);
+
+  std::shared_ptr<TableState> table_;
+  std::shared_ptr<RowStore> store_;
+  const Transaction* transaction_ = nullptr;
+  Oid index_;
+  const std::vector<bool> missingBefore_;  // of the required columns
+  std::vector<bool> missing_;
+  RowStatus before_;
+  RowStatus after_;
+  RowStatus action_ = RowStatus::None;
+  std::uint16_t actionVarbind_ = 0;
+  bool changesCells_ = false;
+  bool overtaken_ = false;
+  bool undoing_ = false;
+  bool isPutting_ = false;
+  bool isPut_ = false;  // the store holds the row as it will be
+};
+
+}  // namespace snmpsubagent::detail
+
+#endif  // SNMPSUBAGENT_SNMPSUBAGENT_DETAIL_ROWSTORE_H_

@@ -1,0 +1,113 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#ifndef SNMPSUBAGENT_SNMPSUBAGENT_DETAIL_TABLESTATE_H_
+#define SNMPSUBAGENT_SNMPSUBAGENT_DETAIL_TABLESTATE_H_
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "snmpsubagent/Access.h"
+#include "snmpsubagent/Export.h"
+#include "snmpsubagent/RowChange.h"
+#include "snmpsubagent/SetError.h"
+#include "snmpsubagent/detail/ManagedObject.h"
+#include "snmpsubagent/detail/RowStore.h"
+
+namespace snmpsubagent::detail {
+
+// One column: how its cells are read from a row, and written.
+class SNMPSUBAGENT_OBJECTS_EXPORT Column {
+ public:
+  virtual ~Column();
+
+  // False if the row has no such cell. May throw what a function throws.
+  virtual bool Read(const RowView& row, ValueWriter& writer) const = 0;
+  // Whether the value can be decoded, and what it makes of a row.
+  virtual SetError Decode(const ValueView& value) const = 0;
+  virtual SetError Write(void* row, const ValueView& value) const = 0;
+
+  ValueType type = ValueType::Null;
+  bool writable = false;
+  // Whether a manager has to write it before a new row can be active; and then
+  // which of those columns it is.
+  bool isRequired = false;
+  int required = -1;
+  std::shared_ptr<const Constraints> constraints;
+};
+
+// What lies behind a Table: its columns, and requests for their cells.
+class SNMPSUBAGENT_OBJECTS_EXPORT TableState : public ManagedObject {
+ public:
+  TableState(std::shared_ptr<ModuleState> module, std::string_view oid,
+             std::shared_ptr<RowStore> rows);
+
+  // Throw std::invalid_argument for a number that is 0 or taken.
+  void AddColumn(SubIdentifier number, std::unique_ptr<Column> column);
+  void SetStatusColumn(SubIdentifier number);
+  void SetStorage(std::function<StorageType(const void*)> storage) {
+    storage_ = std::move(storage);
+  }
+  void FreezeActiveRows() { activeRowsAreFrozen_ = true; }
+  // The column with that number, or null.
+  const Column* FindColumn(SubIdentifier number) const;
+
+  RowStore& Rows() const { return *rows_; }
+  bool HasStatusColumn() const { return statusColumn_ != 0; }
+  bool ActiveRowsAreFrozen() const { return activeRowsAreFrozen_; }
+  StorageType StorageOf(const void* row) const {
+    return storage_ ? storage_(row) : StorageType::Volatile;
+  }
+  // The columns that the row under `index` is missing; to be kept while it is.
+  std::vector<bool> MissingOf(OidView index, RowStatus status) const;
+  void KeepMissing(OidView index, std::vector<bool> missing);
+
+  // The whole OID of a cell.
+  Oid CellName(SubIdentifier column, OidView index) const;
+  // Writes that cell's value; false if there is none.
+  bool WriteCell(SubIdentifier column, const RowView& row, OidView index,
+                 ValueWriter& writer) const;
+
+  Answer Read(OidView instance, ReadContext& context) override;
+  Answer ReadNext(OidView instance, bool include,
+                  ReadContext& context) override;
+  bool HasObjectAt(OidView instance) const override;
+  SetError Stage(OidView instance, const ValueView& value,
+                 Transaction& transaction) override;
+
+ private:
+  struct NumberedColumn {
+    SubIdentifier number;
+    std::unique_ptr<Column> column;  // null for the status
+  };
+  using Columns = std::vector<NumberedColumn>;
+
+  Columns::const_iterator PlaceFrom(SubIdentifier number) const;
+  Answer ReadCell(const NumberedColumn& column, const RowView& row,
+                  OidView index, ReadContext& context);
+  Answer ReadColumn(const NumberedColumn& column, OidView index, bool include,
+                    ReadContext& context);
+  bool IsMissing(const Column& column, const RowView& row, OidView index) const;
+  SetError CheckValue(const NumberedColumn& column,
+                      const ValueView& value) const;
+  SetError StageCell(const NumberedColumn& column, OidView index,
+                     const ValueView& value, Transaction& transaction);
+  SetError FindStaged(OidView index, Transaction& transaction,
+                      StagedRow*& staged);
+
+  std::shared_ptr<RowStore> rows_;
+  Columns columns_;
+  SubIdentifier statusColumn_ = 0;
+  int requiredColumns_ = 0;
+  bool activeRowsAreFrozen_ = false;
+  std::function<StorageType(const void*)> storage_;
+  // Rows that are not ready, few at any time.
+  std::vector<std::pair<Oid, std::vector<bool>>> missing_;
+  std::vector<SubIdentifier> name_;  // of the cell that is being read
+};
+
+}  // namespace snmpsubagent::detail
+
+#endif  // SNMPSUBAGENT_SNMPSUBAGENT_DETAIL_TABLESTATE_H_

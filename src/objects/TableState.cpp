@@ -1,0 +1,241 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#include "snmpsubagent/detail/TableState.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <string>
+#include <utility>
+
+#include "objects/ReadContext.h"
+#include "snmpsubagent/detail/Requests.h"
+
+namespace snmpsubagent::detail {
+namespace {
+
+// Of the row object below the table: fooTable is T, fooEntry T.1, a cell
+// T.1.column.index (RFC 2578, 7.7).
+constexpr SubIdentifier kEntry = 1;
+
+}  // namespace
+
+Column::~Column() = default;
+
+TableState::TableState(std::shared_ptr<ModuleState> module,
+                       std::string_view oid, std::shared_ptr<RowStore> rows)
+    : ManagedObject(std::move(module), oid), rows_(std::move(rows)) {}
+
+TableState::Columns::const_iterator TableState::PlaceFrom(
+    SubIdentifier number) const {
+  return std::lower_bound(columns_.begin(), columns_.end(), number,
+                          [](const NumberedColumn& column, SubIdentifier n) {
+                            return column.number < n;
+                          });
+}
+
+void TableState::AddColumn(SubIdentifier number,
+                           std::unique_ptr<Column> column) {
+  const auto place = PlaceFrom(number);
+  if (number == 0 || (place != columns_.end() && place->number == number)) {
+    throw std::invalid_argument(ToString(Name()) + ": column " +
+                                std::to_string(number) +
+                                (number == 0 ? " is none" : " is there twice"));
+  }
+  if (column && column->constraints) {
+    column->constraints->RequireFor(column->type, Name());
+  }
+  if (column && column->isRequired) column->required = requiredColumns_++;
+  columns_.insert(place, {number, std::move(column)});
+}
+
+void TableState::SetStatusColumn(SubIdentifier number) {
+  AddColumn(number, nullptr);
+  statusColumn_ = number;
+}
+
+const Column* TableState::FindColumn(SubIdentifier number) const {
+  const auto place = PlaceFrom(number);
+  return place == columns_.end() || place->number != number
+             ? nullptr
+             : place->column.get();
+}
+
+std::vector<bool> TableState::MissingOf(OidView index, RowStatus status) const {
+  if (status == RowStatus::None) {
+    return std::vector<bool>(static_cast<std::size_t>(requiredColumns_), true);
+  }
+  if (status == RowStatus::NotReady) {
+    for (const auto& [other, missing] : missing_) {
+      if (other.View() == index) return missing;
+    }
+  }
+  return std::vector<bool>(static_cast<std::size_t>(requiredColumns_), false);
+}
+
+void TableState::KeepMissing(OidView index, std::vector<bool> missing) {
+  const auto place =
+      std::find_if(missing_.begin(), missing_.end(),
+                   [&](const auto& row) { return row.first.View() == index; });
+  if (place != missing_.end()) missing_.erase(place);
+  if (!missing.empty()) missing_.emplace_back(Oid(index), std::move(missing));
+}
+
+bool TableState::IsMissing(const Column& column, const RowView& row,
+                           OidView index) const {
+  return row.status == RowStatus::NotReady && column.required >= 0 &&
+         MissingOf(index,
+                   row.status)[static_cast<std::size_t>(column.required)];
+}
+
+Oid TableState::CellName(SubIdentifier column, OidView index) const {
+  return Oid(Name()) + Oid{kEntry, column} + index;
+}
+
+bool TableState::WriteCell(SubIdentifier number, const RowView& row,
+                           OidView index, ValueWriter& writer) const {
+  if (number == statusColumn_) {
+    writer.Integer(static_cast<std::int32_t>(row.status));
+    return true;
+  }
+  const Column* column = FindColumn(number);
+  return column && !IsMissing(*column, row, index) && column->Read(row, writer);
+}
+
+Answer TableState::ReadCell(const NumberedColumn& column, const RowView& row,
+                            OidView index, ReadContext& context) {
+  name_.assign(Name().begin(), Name().end());
+  name_.push_back(kEntry);
+  name_.push_back(column.number);
+  name_.insert(name_.end(), index.begin(), index.end());
+  if (!context.Begin(OidView(name_.data(), name_.size()))) {
+    return Answer::Beyond;
+  }
+  if (WriteCell(column.number, row, index, context.Writer())) {
+    return Answer::Written;
+  }
+  context.Cancel();
+  return Answer::Absent;
+}
+
+Answer TableState::Read(OidView instance, ReadContext& context) {
+  if (instance.size() < 3 || !HasObjectAt(instance)) return Answer::Absent;
+  RowView row;
+  if (!rows_->Find(instance.After(2), row)) return Answer::Absent;
+  context.SetEnd({});
+  return ReadCell(*PlaceFrom(instance[1]), row, instance.After(2), context);
+}
+
+bool TableState::HasObjectAt(OidView instance) const {
+  if (instance.size() < 2 || instance[0] != kEntry) return false;
+  const auto place = PlaceFrom(instance[1]);
+  return place != columns_.end() && place->number == instance[1];
+}
+
+Answer TableState::ReadNext(OidView instance, bool include,
+                            ReadContext& context) {
+  OidView index;
+  auto column = columns_.cbegin();
+  bool isFirst = true;
+  if (!instance.empty()) {
+    if (instance[0] > kEntry) return Answer::Absent;
+    if (instance[0] == kEntry && instance.size() > 1) {
+      column = PlaceFrom(instance[1]);
+      if (column != columns_.end() && column->number == instance[1]) {
+        index = instance.After(2);
+        isFirst = index.empty() || include;
+      }
+    }
+  }
+  for (; column != columns_.end(); ++column) {
+    const Answer answer = ReadColumn(*column, index, isFirst, context);
+    if (answer != Answer::Absent) return answer;
+    index = {};
+    isFirst = true;
+  }
+  return Answer::Absent;
+}
+
+// The first cell behind `index`; rows that have none are passed over.
+Answer TableState::ReadColumn(const NumberedColumn& column, OidView index,
+                              bool include, ReadContext& context) {
+  RowView row;
+  IndexWriter found[2];  // the one that is found, and the one before
+  int turn = 0;
+  while (rows_->FindNext(index, include, row, found[turn])) {
+    const Answer answer = ReadCell(column, row, found[turn].View(), context);
+    if (answer != Answer::Absent) return answer;
+    index = found[turn].View();
+    include = false;
+    turn = 1 - turn;
+  }
+  return Answer::Absent;
+}
+
+// In the order of RFC 3416, 4.2.5.
+SetError TableState::Stage(OidView instance, const ValueView& value,
+                           Transaction& transaction) {
+  if (!HasObjectAt(instance)) return SetError::NotWritable;
+  const NumberedColumn& column = *PlaceFrom(instance[1]);
+  const SetError error = CheckValue(column, value);
+  if (error != SetError::None) return error;
+  const OidView index = instance.After(2);
+  if (!rows_->IsKey(index)) return SetError::NoCreation;
+  return StageCell(column, index, value, transaction);
+}
+
+SetError TableState::CheckValue(const NumberedColumn& numbered,
+                                const ValueView& value) const {
+  if (!numbered.column) {
+    if (value.type != ValueType::Integer) return SetError::WrongType;
+    const auto action = static_cast<RowStatus>(value.number);
+    return action >= RowStatus::Active && action <= RowStatus::Destroy &&
+                   action != RowStatus::NotReady
+               ? SetError::None
+               : SetError::WrongValue;
+  }
+  const Column& column = *numbered.column;
+  if (!column.writable) return SetError::NotWritable;
+  if (value.type != column.type) return SetError::WrongType;
+  const SetError error = column.Decode(value);
+  if (error != SetError::None || !column.constraints) return error;
+  return column.constraints->Check(value);
+}
+
+SetError TableState::StageCell(const NumberedColumn& numbered, OidView index,
+                               const ValueView& value,
+                               Transaction& transaction) {
+  StagedRow* staged = nullptr;
+  SetError error = FindStaged(index, transaction, staged);
+  if (error != SetError::None) return error;
+  if (!numbered.column) {
+    return staged->NoteAction(static_cast<RowStatus>(value.number),
+                              CurrentVarbind(transaction));
+  }
+  error = numbered.column->Write(staged->Row(), value);
+  if (error == SetError::None) staged->NoteCell(numbered.column->required);
+  return error;
+}
+
+// The row as this SET has it so far; a copy of it if this is its first cell.
+SetError TableState::FindStaged(OidView index, Transaction& transaction,
+                                StagedRow*& staged) {
+  for (StagedRow* row : rows_->Staged()) {
+    if (row->Index() != index) continue;
+    if (!row->IsOf(transaction)) return SetError::ResourceUnavailable;
+    staged = row;
+    return SetError::None;
+  }
+  RowView row;
+  const bool exists = rows_->Find(index, row);
+  if (!exists && !HasStatusColumn()) return SetError::NoCreation;
+  if (exists && StorageOf(row.row) == StorageType::ReadOnly) {
+    return SetError::NotWritable;
+  }
+  auto change = rows_->Stage(
+      std::static_pointer_cast<TableState>(shared_from_this()), index);
+  change->SetTransaction(transaction);
+  staged = change.get();
+  AddChange(transaction, std::move(change));
+  return SetError::None;
+}
+
+}  // namespace snmpsubagent::detail
