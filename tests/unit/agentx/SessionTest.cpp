@@ -5,7 +5,7 @@
 
 namespace snmpsubagent::agentx {
 
-bool SessionTest::Pass(milliseconds time) {
+bool SessionInHand::Pass(milliseconds time) {
   const Time end = now + time;
   bool keep = true;
   while (keep) {
@@ -24,7 +24,7 @@ bool SessionTest::Pass(milliseconds time) {
   return keep;
 }
 
-std::vector<reference::Pdu> SessionTest::Sent() {
+std::vector<reference::Pdu> SessionInHand::Sent() {
   std::vector<reference::Pdu> sent;
   Output& output = session().Output();
   while (!output.empty()) {
@@ -36,7 +36,7 @@ std::vector<reference::Pdu> SessionTest::Sent() {
   return sent;
 }
 
-std::vector<std::string> SessionTest::SentTypes() {
+std::vector<std::string> SessionInHand::SentTypes() {
   static const char* const kNames[] = {"Open",
                                        "Close",
                                        "Register",
@@ -62,12 +62,12 @@ std::vector<std::string> SessionTest::SentTypes() {
   return types;
 }
 
-bool SessionTest::Receive(const Bytes& bytes) {
+bool SessionInHand::Receive(const Bytes& bytes) {
   return session().Receive(bytes.data(), bytes.size(), now);
 }
 
-bool SessionTest::Receive(reference::Body body, std::uint32_t sessionId,
-                          std::uint32_t packetId) {
+bool SessionInHand::Receive(reference::Body body, std::uint32_t sessionId,
+                            std::uint32_t packetId) {
   reference::Pdu pdu;
   pdu.header.sessionId = sessionId;
   pdu.header.transactionId = 9;
@@ -76,8 +76,8 @@ bool SessionTest::Receive(reference::Body body, std::uint32_t sessionId,
   return Receive(reference::Encode(pdu));
 }
 
-bool SessionTest::Answer(const reference::Pdu& request, Error error,
-                         std::uint32_t sysUpTime) {
+bool SessionInHand::Answer(const reference::Pdu& request, Error error,
+                           std::uint32_t sysUpTime) {
   reference::Pdu pdu;
   pdu.header = request.header;
   pdu.header.sessionId = kSessionId;
@@ -87,20 +87,20 @@ bool SessionTest::Answer(const reference::Pdu& request, Error error,
   return Receive(reference::Encode(pdu));
 }
 
-void SessionTest::AnswerAll() {
+void SessionInHand::AnswerAll() {
   for (auto sent = Sent(); !sent.empty(); sent = Sent()) {
     for (const reference::Pdu& pdu : sent) Answer(pdu);
   }
 }
 
-void SessionTest::StartConnecting() { session().Start(now); }
+void SessionInHand::StartConnecting() { session().Start(now); }
 
-void SessionTest::StartOpening() {
+void SessionInHand::StartOpening() {
   StartConnecting();
   session().Connected(now);
 }
 
-void SessionTest::StartOpen() {
+void SessionInHand::StartOpen() {
   StartOpening();
   const auto sent = Sent();
   ASSERT_EQ(sent.size(), 1U);
@@ -109,7 +109,7 @@ void SessionTest::StartOpen() {
   told.erase(told.begin());
 }
 
-Bytes SessionTest::NotifyPayload(SubIdentifier last) {
+Bytes SessionInHand::NotifyPayload(SubIdentifier last) {
   Bytes payload;
   VarbindWriter varbinds(payload);
   varbinds.Name(Oid{1, 3, 6, 1, 4, 1, 32473, last});
@@ -117,7 +117,7 @@ Bytes SessionTest::NotifyPayload(SubIdentifier last) {
   return payload;
 }
 
-std::vector<SubIdentifier> SessionTest::LastOf(
+std::vector<SubIdentifier> SessionInHand::LastOf(
     const std::vector<reference::Pdu>& sent) {
   std::vector<SubIdentifier> last;
   for (const reference::Pdu& pdu : sent) {

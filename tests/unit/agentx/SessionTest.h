@@ -23,8 +23,8 @@ using testing::IsEmpty;
 // A session with its driver and its user on one side and a master agent on the
 // other, all in the test's hand: what the session tells is in `told`, and time
 // goes on with Pass() only.
-class SessionTest : public testing::Test, public SessionUser {
- protected:
+class SessionInHand : public SessionUser {
+ public:
   static constexpr std::uint32_t kSessionId = 77;
 
   // `options` can be changed before.
@@ -124,6 +124,8 @@ class SessionTest : public testing::Test, public SessionUser {
 
   std::optional<Session> session_;
 };
+
+class SessionTest : public testing::Test, public SessionInHand {};
 
 }  // namespace snmpsubagent::agentx
 
