@@ -2,7 +2,7 @@
 #include <algorithm>
 
 #include "SessionTest.h"
-#include "agentx/Samples.h"
+#include "support/Samples.h"
 
 namespace snmpsubagent::agentx {
 namespace {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 #include "SessionTest.h"
-#include "agentx/Samples.h"
+#include "support/Samples.h"
 
 namespace snmpsubagent::agentx {
 namespace {
