@@ -5,7 +5,7 @@
 #include "NetSNMPAgentGuard.h"
 #include "adapter/SigpipeBlock.h"
 
-// Stands around every call that may write to the master agent's socket.
+// Created around every call that may write to the master agent's socket.
 class MasterExchange {
  private:
   NetSNMPAgentGuard guard_;

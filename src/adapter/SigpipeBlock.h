@@ -2,12 +2,11 @@
 #ifndef SNMPSUBAGENT_ADAPTER_SIGPIPEBLOCK_H_
 #define SNMPSUBAGENT_ADAPTER_SIGPIPEBLOCK_H_
 
-// Keeps SIGPIPE from the calling thread while it lives. The agent library
-// writes to the master's socket without asking the kernel to spare it the
-// signal, which would end an application that has no handler.
+// Blocks SIGPIPE in the calling thread while it exists. The agent library
+// writes to the master agent's socket without MSG_NOSIGNAL, and the signal
+// would end an application that has no handler.
 //
-// One on the stack of a thread that is ours costs nothing to those nested in
-// it; on an application's thread each outermost one costs system calls.
+// A nested one costs nothing; each outermost one costs system calls.
 class SigpipeBlock {
  public:
   SigpipeBlock();

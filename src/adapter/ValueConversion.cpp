@@ -6,8 +6,9 @@
 int NetSNMP::get_snmp_value(variable_list* var, NetSNMPNodeData* value) {
   const unsigned char* const bytes = value->NodeByteValue();
   const unsigned int size = value->NodeValueSize();
-  // Refused by the agent library too, but only after it has made the varbind an
-  // integer without a number, through which it reads when it sends the answer.
+  // The agent library refuses it too, but only after it has made the varbind an
+  // integer with a null value, which it dereferences when it sends the
+  // response.
   if (bytes == nullptr && size > 0) return SNMP_ERR_TOOBIG;
   return snmp_set_var_typed_value(var, value->NodeASNDataType(), bytes, size);
 }

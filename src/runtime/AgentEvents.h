@@ -14,8 +14,8 @@ namespace agent_events {
 void Subscribe(SNMPSubAgent* subAgent);
 
 // Detaches the subagent from the agent library before that shuts down: its
-// session is no longer up, and it hears of no further event. The receivers are
-// not told.
+// session is no longer up, and it gets no further events. The receivers are not
+// called.
 void Detach();
 
 }  // namespace agent_events

@@ -9,7 +9,7 @@
 class SNMPSubAgent;
 
 // What the runtime knows about the AgentX session of this process. There is one
-// at a time; the modules that keep a part of it are named beside each.
+// at a time. Each part names the module that sets it.
 //
 // Guarded by the lock of NetSNMPAgentGuard.
 struct AgentSession {
@@ -19,8 +19,8 @@ struct AgentSession {
   // AgentEvents: Net-SNMP's session while it is up; null if none is.
   netsnmp_session* open = nullptr;
 
-  // ConnectionEvents: whether the application is being told that the session is
-  // up, and whether it was lost meanwhile.
+  // ConnectionEvents: whether the application is being notified that the
+  // session is up, and whether it was lost meanwhile.
   bool announcing = false;
   bool lostWhileAnnounced = false;
 

@@ -14,7 +14,7 @@ namespace {
 
 timeval connectTimeout;
 
-// A transport "tcp" that stands before the agent library's own in its list,
+// A transport "tcp" that comes before the agent library's own in its list,
 // where the OID is only a key: zeroDotZero, which nothing else has.
 netsnmp_tdomain domain;
 const unsigned long kKey[] = {0, 0};
@@ -28,7 +28,7 @@ bool IsMaster(const char* target) {
   return socket != nullptr && socket == std::string("tcp:") + target;
 }
 
-// The agent library's own transport of this name stands further down the list.
+// The agent library's own transport of this name comes later in the list.
 netsnmp_transport* CreateOrdinary(const char* target, int local,
                                   const char* defaultTarget) {
   for (const auto* other = domain.next; other != nullptr; other = other->next) {
@@ -43,7 +43,7 @@ netsnmp_transport* CreateOrdinary(const char* target, int local,
 int Connect(const sockaddr_in& address) {
   const int connection = socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0);
   if (connection < 0) return -1;
-  // Holds for connect() as well.
+  // Limits connect() as well.
   setsockopt(connection, SOL_SOCKET, SO_SNDTIMEO, &connectTimeout,
              sizeof(connectTimeout));
   if (connect(connection, reinterpret_cast<const sockaddr*>(&address),

@@ -8,9 +8,9 @@
 //   makes Net-SNMP register another alarm for further attempts, so that their
 //   number doubles with every ping interval. One alarm is kept.
 // - A session that is lost while its nodes are registered leaves the others
-//   marked as if they had been, and the next session would pass them over.
-// - A registration that the master agent does not answer in time is forgotten,
-//   and nobody serves the node from then on. Such a session counts as lost.
+//   marked as registered, and the next session would skip them.
+// - A registration without a response in time is forgotten, and the node is not
+//   served from then on. Such a session counts as lost.
 // - When a connection attempt fails, Net-SNMP cancels the alarm whose number
 //   equals the session's security model. These small numbers are consumed at
 //   start-up, so that no real alarm gets one.
@@ -22,8 +22,8 @@ namespace reconnect_workarounds {
 // initialised.
 void ConsumeAlarmNumbers();
 
-// To be called when a session has come up, when it is lost, and when the master
-// agent has been asked for a registration; see AgentEvents.
+// To be called when a session has come up, when it is lost, and after a
+// registration request to the master agent; see AgentEvents.
 void SessionStarted();
 void SessionLost();
 void RegistrationRequested();

@@ -15,8 +15,8 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-// The version by which Net-SNMP tells AgentX sessions from others. No header
-// that it installs has it.
+// The version number that Net-SNMP gives AgentX sessions. No installed header
+// has it.
 constexpr long kAgentXVersion = 0xC1;
 
 // agentx-Response-PDU, in the second byte of a PDU (RFC 2741).
@@ -29,8 +29,7 @@ struct {
 
 auto& watched = agentSession.transport;
 
-// Whether something arrived that was not read yet: this thread may have been
-// kept from it.
+// Whether unread data has arrived: this thread may not have got to read it.
 bool HasArrived(int socket) {
   pollfd descriptor = {socket, POLLIN, 0};
   return poll(&descriptor, 1, 0) == 1;
