@@ -1,7 +1,17 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#include "adapter/AgentSetup.h"
+
 #include "NetSNMP.h"
+#include "adapter/LateWithdrawals.h"
 #include "adapter/MasterExchange.h"
-#include "runtime/AgentEvents.h"
+
+namespace {
+void (*beforeShutdown)() = nullptr;
+}  // namespace
+
+void agent_setup::SetBeforeShutdown(void (*function)()) {
+  beforeShutdown = function;
+}
 
 int NetSNMP::init_snmp_agent(const std::string& name) {
   const MasterExchange exchange;
@@ -24,7 +34,8 @@ int NetSNMP::shutdown_snmp(const std::string& name) {
 
 int NetSNMP::shutdown_snmp_agent() {
   const MasterExchange exchange;
-  agent_events::Detach();
+  if (beforeShutdown != nullptr) beforeShutdown();
+  late_withdrawals::DropNoted();
   shutdown_agent();
   return 0;
 }

@@ -5,8 +5,8 @@
 
 #include "ISNMPSubAgent.h"
 #include "NetSNMPAgentGuard.h"
+#include "nodes/LiveSubAgents.h"
 #include "nodes/NodeWatch.h"
-#include "runtime/LivingSubAgents.h"
 
 std::map<std::string, NetSNMPNode*>* NetSNMPNode::nodeMap_ = nullptr;
 ISNMPSubAgent* NetSNMPNode::snmpSubAgent_ = nullptr;
@@ -141,7 +141,7 @@ void NetSNMPNode::DeleteNodeMap() {
 }
 
 bool NetSNMPNode::SubAgentConnected() {
-  return LivingSubAgents::Contains(snmpSubAgent_) && snmpSubAgent_->Connected();
+  return live_subagents::Contains(snmpSubAgent_) && snmpSubAgent_->Connected();
 }
 
 void NetSNMPNode::LeaveRegistry() {

@@ -5,9 +5,10 @@
 #include "NetSNMPAgentGuard.h"
 #include "NetSNMPNode.h"
 #include "SNMPSubAgent.h"
+#include "adapter/AgentSetup.h"
 #include "adapter/LateWithdrawals.h"
+#include "nodes/LiveSubAgents.h"
 #include "runtime/AgentSession.h"
-#include "runtime/LivingSubAgents.h"
 #include "runtime/ReconnectWorkarounds.h"
 #include "runtime/ReplyTimeout.h"
 
@@ -67,7 +68,9 @@ int OnSessionInit(int, int, void* session, void*) {
 }
 
 int OnShutdown(int, int, void*, void*) {
+  const NetSNMPAgentGuard guard;
   agent_events::Detach();
+  late_withdrawals::DropNoted();
   return 0;
 }
 
@@ -104,6 +107,7 @@ constexpr struct {
 
 void agent_events::Subscribe(SNMPSubAgent* subAgent) {
   agentSession.subAgent = subAgent;
+  agent_setup::SetBeforeShutdown(Detach);
   for (const auto& subscription : kSubscriptions) {
     netsnmp_register_callback(subscription.major, subscription.minor,
                               subscription.receiver, nullptr,
@@ -112,10 +116,8 @@ void agent_events::Subscribe(SNMPSubAgent* subAgent) {
 }
 
 void agent_events::Detach() {
-  const NetSNMPAgentGuard guard;
   agentSession.subAgent = nullptr;
-  late_withdrawals::DropNoted();
-  if (!LivingSubAgents::Contains(NetSNMPNode::snmpSubAgent_)) return;
+  if (!live_subagents::Contains(NetSNMPNode::snmpSubAgent_)) return;
   auto* const subAgent =
       dynamic_cast<SNMPSubAgent*>(NetSNMPNode::snmpSubAgent_);
   if (subAgent != nullptr) {

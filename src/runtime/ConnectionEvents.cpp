@@ -11,8 +11,8 @@
 #include "NetSNMPAgentGuard.h"
 #include "SNMPSubAgent.h"
 #include "adapter/Containment.h"
+#include "nodes/LiveSubAgents.h"
 #include "runtime/AgentSession.h"
-#include "runtime/LivingSubAgents.h"
 #include "runtime/ReplyTimeout.h"
 
 namespace {
@@ -95,7 +95,7 @@ int SNMPSubAgent::snmp_subagent_callback(int /*majorID*/, int minorID,
                                          void* serverArg, void* clientArg) {
   const NetSNMPAgentGuard guard;
   auto* const subAgent = static_cast<SNMPSubAgent*>(clientArg);
-  if (!LivingSubAgents::Contains(subAgent)) return 0;
+  if (!live_subagents::Contains(subAgent)) return 0;
   if (minorID == SNMPD_CALLBACK_INDEX_START) {
     OnSessionStart(subAgent, serverArg);
   } else if (minorID == SNMPD_CALLBACK_INDEX_STOP) {

@@ -13,9 +13,9 @@
 #include "NetworkInterfaces.h"
 #include "adapter/Containment.h"
 #include "adapter/SigpipeBlock.h"
+#include "nodes/LiveSubAgents.h"
 #include "runtime/AgentEvents.h"
 #include "runtime/InterruptionPoints.h"
-#include "runtime/LivingSubAgents.h"
 #include "runtime/ReconnectWorkarounds.h"
 #include "runtime/ReplyTimeout.h"
 
@@ -100,7 +100,7 @@ SNMPSubAgent::~SNMPSubAgent() {
   {
     // From here on an event would find no override to call.
     const NetSNMPAgentGuard guard;
-    LivingSubAgents::Remove(this);
+    live_subagents::Remove(this);
   }
   SNMPSubAgent::Stop();
   if (wakeDescriptor_ >= 0) close(wakeDescriptor_);

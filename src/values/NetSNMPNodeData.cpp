@@ -2,8 +2,6 @@
 #include "NetSNMPNodeData.h"
 
 #include "NetSNMP.h"
-#include "NetSNMPDataNode.h"
-#include "nodes/NodeWatch.h"
 
 NetSNMPNodeData::NetSNMPNodeData(eNodeDataType type, eNodeAccessMode mode,
                                  void* storage, NetSNMPDataNode* owner)
@@ -59,18 +57,6 @@ unsigned char NetSNMPNodeData::NodeASNDataType() const { return ASN_NULL; }
 
 void NetSNMPNodeData::DeleteLocalData() { localData_ = nullptr; }
 
-void NetSNMPNodeData::OnSetNodeValue() const {
-  NetSNMPDataNode* const owner = ownerNode_;
-  if (!notifyEnabled_ || owner == nullptr) return;
-  if (tableData_ || owner->trapCallback_ == nullptr) {
-    owner->DataNodeTrapTrigger();
-    return;
-  }
-  const NodeWatch watch(owner);
-  owner->trapCallback_(owner);
-  if (watch.Alive()) owner->NodeLogMessage("Trigger callback called.");
-}
-
 void* NetSNMPNodeData::NodeDataValue() const {
   return localData_ != nullptr ? localData_ : externalData_;
 }
@@ -106,11 +92,4 @@ bool NetSNMPNodeData::NodeWritable() const {
 
 void* NetSNMPNodeData::StorageOf(eNodeDataType ownType) const {
   return dataType_ == ownType ? NodeDataValue() : nullptr;
-}
-
-void NetSNMPNodeData::ValueSet(bool notify) const {
-  static const std::string kMessage = "data value set.";
-  const NodeWatch watch(ownerNode_);
-  if (notify) OnSetNodeValue();
-  if (watch.Alive()) NodeDataLogMessage(kMessage);
 }

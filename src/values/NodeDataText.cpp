@@ -2,9 +2,7 @@
 #include <iomanip>
 #include <locale>
 #include <sstream>
-#include <typeinfo>
 
-#include "NetSNMPDataNode.h"
 #include "NetSNMPNodeData.h"
 
 namespace {
@@ -54,16 +52,4 @@ std::string NetSNMPNodeData::NodeDataToString() const {
     default:
       return "";
   }
-}
-
-void NetSNMPNodeData::NodeDataLogMessage(const std::string& message) const {
-  if (ownerNode_ == nullptr) return;
-  // Skip rendering when nobody listens, unless the owner overrides
-  // NodeLogMessage().
-  if (NetSNMPNode::NodeMsgLogger_ == nullptr &&
-      typeid(*ownerNode_) == typeid(NetSNMPDataNode)) {
-    return;
-  }
-  ownerNode_->NodeLogMessage("Node Data = " + NodeDataToString() + "; " +
-                             message);
 }

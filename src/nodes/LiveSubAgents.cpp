@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
-#include "runtime/LivingSubAgents.h"
+#include "nodes/LiveSubAgents.h"
 
 #include <mutex>
 #include <set>
@@ -8,7 +8,7 @@ namespace {
 
 struct Registry {
   std::mutex mutex;
-  std::set<const ISNMPSubAgent*> living;
+  std::set<const ISNMPSubAgent*> live;
 };
 
 // Never destroyed: a subagent may be a static object of the application.
@@ -19,20 +19,20 @@ Registry& TheRegistry() {
 
 }  // namespace
 
-void LivingSubAgents::Add(const ISNMPSubAgent* subAgent) {
+void live_subagents::Add(const ISNMPSubAgent* subAgent) {
   Registry& registry = TheRegistry();
   const std::lock_guard<std::mutex> lock(registry.mutex);
-  registry.living.insert(subAgent);
+  registry.live.insert(subAgent);
 }
 
-void LivingSubAgents::Remove(const ISNMPSubAgent* subAgent) {
+void live_subagents::Remove(const ISNMPSubAgent* subAgent) {
   Registry& registry = TheRegistry();
   const std::lock_guard<std::mutex> lock(registry.mutex);
-  registry.living.erase(subAgent);
+  registry.live.erase(subAgent);
 }
 
-bool LivingSubAgents::Contains(const ISNMPSubAgent* subAgent) {
+bool live_subagents::Contains(const ISNMPSubAgent* subAgent) {
   Registry& registry = TheRegistry();
   const std::lock_guard<std::mutex> lock(registry.mutex);
-  return registry.living.count(subAgent) != 0;
+  return registry.live.count(subAgent) != 0;
 }

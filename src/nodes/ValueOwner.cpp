@@ -1,0 +1,39 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+//
+// What a value tells the scalar that owns it.
+#include <typeinfo>
+
+#include "NetSNMPDataNode.h"
+#include "NetSNMPNodeData.h"
+#include "nodes/NodeWatch.h"
+
+void NetSNMPNodeData::OnSetNodeValue() const {
+  NetSNMPDataNode* const owner = ownerNode_;
+  if (!notifyEnabled_ || owner == nullptr) return;
+  if (tableData_ || owner->trapCallback_ == nullptr) {
+    owner->DataNodeTrapTrigger();
+    return;
+  }
+  const NodeWatch watch(owner);
+  owner->trapCallback_(owner);
+  if (watch.Alive()) owner->NodeLogMessage("Trigger callback called.");
+}
+
+void NetSNMPNodeData::NodeDataLogMessage(const std::string& message) const {
+  if (ownerNode_ == nullptr) return;
+  // Skip rendering when nobody listens, unless the owner may override
+  // NodeLogMessage().
+  if (NetSNMPNode::NodeMsgLogger_ == nullptr &&
+      typeid(*ownerNode_) == typeid(NetSNMPDataNode)) {
+    return;
+  }
+  ownerNode_->NodeLogMessage("Node Data = " + NodeDataToString() + "; " +
+                             message);
+}
+
+void NetSNMPNodeData::ValueSet(bool notify) const {
+  static const std::string kMessage = "data value set.";
+  const NodeWatch watch(ownerNode_);
+  if (notify) OnSetNodeValue();
+  if (watch.Alive()) NodeDataLogMessage(kMessage);
+}
