@@ -69,7 +69,8 @@ class SNMPSUBAGENT_EXPORT NetSNMPDataSetTableNode : public NetSNMPNode {
   // Gives up the dataset, and frees it unless it is registered.
   void ReleaseDataset();
 
-  netsnmp_table_data_set_s* heldDataset_;  // registered; the agent library's
+  // That of the dataset, which then belongs to the agent library; null before.
+  netsnmp_handler_registration_s* registration_;
 };
 
 // The request handler of every dataset table. The agent library's dataset

@@ -2,7 +2,7 @@
 #include "adapter/AgentSetup.h"
 
 #include "NetSNMP.h"
-#include "adapter/LateWithdrawals.h"
+#include "adapter/Deferred.h"
 #include "adapter/MasterExchange.h"
 
 namespace {
@@ -35,7 +35,7 @@ int NetSNMP::shutdown_snmp(const std::string& name) {
 int NetSNMP::shutdown_snmp_agent() {
   const MasterExchange exchange;
   if (beforeShutdown != nullptr) beforeShutdown();
-  late_withdrawals::DropNoted();
+  deferred::Drop();
   shutdown_agent();
   return 0;
 }

@@ -1,6 +1,24 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#include "adapter/DataSet.h"
+
 #include "NetSNMP.h"
 #include "adapter/MasterExchange.h"
+
+bool data_set::HasRow(const netsnmp_table_data_set& set,
+                      const netsnmp_table_row& row) {
+  return row.prev != nullptr || row.next != nullptr ||
+         set.table->first_row == &row;
+}
+
+void data_set::FreeRow(netsnmp_table_row* row) {
+  const NetSNMPAgentGuard guard;
+  netsnmp_table_dataset_delete_row(row);
+}
+
+void data_set::Free(netsnmp_table_data_set* set) {
+  const NetSNMPAgentGuard guard;
+  netsnmp_delete_table_data_set(set);
+}
 
 int NetSNMP::create_snmp_dataset(netsnmp_table_data_set** set, const char* name,
                                  int allowCreation, unsigned char indexType) {

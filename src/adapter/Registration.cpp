@@ -1,11 +1,13 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#include "adapter/Registration.h"
+
 #include "NetSNMP.h"
 #include "adapter/MasterExchange.h"
 
 namespace {
 
-// Keeps the size of the agent library's look-up cache, which stays 0 when a
-// registration is to be withdrawn that is not there.
+// Restores the size of the look-up cache: Net-SNMP leaves it at 0 after an
+// attempt to unregister an unknown OID.
 class LookupCacheSize {
  public:
   LookupCacheSize() : size_(netsnmp_get_lookup_cache_size()) {}
@@ -18,6 +20,19 @@ class LookupCacheSize {
 };
 
 }  // namespace
+
+bool registration::IsRegistered(const netsnmp_handler_registration* registration,
+                                const unsigned long* oid,
+                                unsigned int oidLen) {
+  if (registration == nullptr) return false;
+  const NetSNMPAgentGuard guard;
+  const netsnmp_subtree* subtree =
+      netsnmp_subtree_find(oid, oidLen, netsnmp_subtree_find_first(""), "");
+  for (; subtree != nullptr; subtree = subtree->children) {
+    if (subtree->reginfo == registration) return true;
+  }
+  return false;
+}
 
 int NetSNMP::create_snmp_handler_registration(
     netsnmp_handler_registration** reg, const char* name,
@@ -54,16 +69,4 @@ int NetSNMP::unregister_snmp_mib(unsigned long* oid, unsigned int oidLen) {
   const MasterExchange exchange;
   const LookupCacheSize cacheSize;
   return unregister_mib(oid, oidLen);
-}
-
-int NetSNMP::set_snmp_request_error(netsnmp_agent_request_info* reqinfo,
-                                    netsnmp_request_info* request, int error) {
-  if (error > 0) netsnmp_set_request_error(reqinfo, request, error);
-  return error;
-}
-
-int NetSNMP::send_trap(variable_list* vars) {
-  const MasterExchange exchange;
-  send_v2trap(vars);
-  return 0;
 }

@@ -3,8 +3,6 @@
 
 #include "NetSNMP.h"
 
-unsigned long objid_snmptrap[11] = {1, 3, 6, 1, 6, 3, 1, 1, 4, 1, 0};
-
 namespace {
 
 variable_list* Last(variable_list* list) {
@@ -13,8 +11,6 @@ variable_list* Last(variable_list* list) {
 }
 
 }  // namespace
-
-int NetSNMP::snmp_succeeded(int status) { return status == 0 ? 1 : 0; }
 
 int NetSNMP::count_snmp_variable_list(variable_list* list) {
   int count = 0;

@@ -3,7 +3,7 @@
 #include "NetSNMPAgentGuard.h"
 #include "NetSNMPDataNode.h"
 #include "adapter/Containment.h"
-#include "adapter/LateWithdrawals.h"
+#include "adapter/InUse.h"
 #include "nodes/NodeLookup.h"
 
 int var_instance_handler(netsnmp_mib_handler_s* handler,
@@ -13,8 +13,8 @@ int var_instance_handler(netsnmp_mib_handler_s* handler,
   const NetSNMPAgentGuard guard;
   if (NetSNMPNode::nodeMap_ == nullptr) return SNMP_ERR_GENERR;
   if (requests == nullptr) return SNMP_ERR_NOERROR;
-  const late_withdrawals::HandlerCall call(*reqinfo);
-  if (!late_withdrawals::HoldForSet(reqinfo, requests, reginfo)) {
+  const in_use::Call call(*reqinfo);
+  if (!in_use::TrackSet(reqinfo, requests, reginfo)) {
     return SNMP_ERR_RESOURCEUNAVAILABLE;
   }
   // What stays when a callback or an override throws.

@@ -6,11 +6,10 @@
 #include "NetSNMP.h"
 #include "NetSNMPAgentGuard.h"
 #include "NetSNMPTrapNode.h"
-#include "adapter/LateWithdrawals.h"
-#include "nodes/LateRegistrations.h"
-#include "nodes/NodeLine.h"
+#include "adapter/Deferred.h"
 #include "nodes/NodeLookup.h"
-#include "nodes/NodeWatch.h"
+#include "nodes/NodeRegistration.h"
+#include "nodes/Watch.h"
 
 namespace {
 
@@ -67,13 +66,13 @@ bool NetSNMPDataNode::RegisterNode() {
   const NetSNMPAgentGuard guard;
   if (registered_ || !mapped_ || !SubAgentConnected()) return registered_;
   if (nodeData_ == nullptr || nodeData_->tableData_) return registered_;
-  if (late_registrations::Await(*this)) return registered_;
+  if (node_registration::MustWait(*this)) return registered_;
   const int created = NetSNMP::create_snmp_handler_registration(
       &handlerRegistration_, nodeName_.c_str(), var_instance_handler, nodeOID_,
       nodeOIDLen_, nodeData_->NodeHandlerModes());
   registered_ = NetSNMP::snmp_succeeded(created) != 0;
   if (registered_) {
-    const NodeWatch watch(this);
+    const Watch watch(this);
     const int result = NetSNMP::register_snmp_handler(handlerRegistration_);
     if (!watch.Alive()) return false;
     // It may have been withdrawn meanwhile.
@@ -81,7 +80,7 @@ bool NetSNMPDataNode::RegisterNode() {
   }
   // What the agent library refuses, it has freed.
   if (!registered_) handlerRegistration_ = nullptr;
-  LogLine(*this, registered_ ? "Net-SNMP data node registration was successful."
+  node_registration::Log(*this, registered_ ? "Net-SNMP data node registration was successful."
                              : "Net-SNMP data node registration failed.");
   return registered_;
 }
@@ -92,16 +91,16 @@ void NetSNMPDataNode::UnregisterNode() {
   registered_ = false;
   auto* const registration = std::exchange(handlerRegistration_, nullptr);
   if (!SubAgentConnected()) {
-    LogLine(
+    node_registration::Log(
         *this,
         "Net-SNMP data node unregistration could not complete- disconnected "
         "subagent.");
   } else if (registration != nullptr && nodeData_ != nullptr &&
              !nodeData_->tableData_) {
-    const NodeWatch watch(this);
-    const int result = late_withdrawals::Withdraw(registration);
+    const Watch watch(this);
+    const int result = deferred::Withdraw(registration);
     if (!watch.Alive()) return;
-    LogLine(*this, NetSNMP::snmp_succeeded(result) != 0
+    node_registration::Log(*this, NetSNMP::snmp_succeeded(result) != 0
                        ? "Net-SNMP data node unregistration was successful."
                        : "Net-SNMP data node unregistration failed.");
   }

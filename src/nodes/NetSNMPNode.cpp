@@ -6,7 +6,7 @@
 #include "ISNMPSubAgent.h"
 #include "NetSNMPAgentGuard.h"
 #include "nodes/LiveSubAgents.h"
-#include "nodes/NodeWatch.h"
+#include "nodes/Watch.h"
 
 std::map<std::string, NetSNMPNode*>* NetSNMPNode::nodeMap_ = nullptr;
 ISNMPSubAgent* NetSNMPNode::snmpSubAgent_ = nullptr;
@@ -58,7 +58,7 @@ NetSNMPNode::~NetSNMPNode() {
   const NetSNMPAgentGuard guard;
   delete[] nodeOID_;
   LeaveRegistry();
-  NodeWatch::Destroyed(this);
+  Watch::Destroyed(this);
 }
 
 void NetSNMPNode::NodeLogMessage(const std::string& message) const {

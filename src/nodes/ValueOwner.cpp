@@ -5,7 +5,7 @@
 
 #include "NetSNMPDataNode.h"
 #include "NetSNMPNodeData.h"
-#include "nodes/NodeWatch.h"
+#include "nodes/Watch.h"
 
 void NetSNMPNodeData::OnSetNodeValue() const {
   NetSNMPDataNode* const owner = ownerNode_;
@@ -14,7 +14,7 @@ void NetSNMPNodeData::OnSetNodeValue() const {
     owner->DataNodeTrapTrigger();
     return;
   }
-  const NodeWatch watch(owner);
+  const Watch watch(owner);
   owner->trapCallback_(owner);
   if (watch.Alive()) owner->NodeLogMessage("Trigger callback called.");
 }
@@ -33,7 +33,7 @@ void NetSNMPNodeData::NodeDataLogMessage(const std::string& message) const {
 
 void NetSNMPNodeData::ValueSet(bool notify) const {
   static const std::string kMessage = "data value set.";
-  const NodeWatch watch(ownerNode_);
+  const Watch watch(ownerNode_);
   if (notify) OnSetNodeValue();
   if (watch.Alive()) NodeDataLogMessage(kMessage);
 }

@@ -6,7 +6,8 @@
 #include "NetSNMPNode.h"
 #include "SNMPSubAgent.h"
 #include "adapter/AgentSetup.h"
-#include "adapter/LateWithdrawals.h"
+#include "adapter/Deferred.h"
+#include "adapter/InUse.h"
 #include "nodes/LiveSubAgents.h"
 #include "runtime/AgentSession.h"
 #include "runtime/ReconnectWorkarounds.h"
@@ -42,7 +43,7 @@ int AnnounceSessionStop(int major, int minor, void* session, void*) {
 
 int AfterSessionStop(int, int, void*, void*) {
   agentSession.open = nullptr;
-  late_withdrawals::EndHolds();
+  in_use::ForgetSets();
   reconnect_workarounds::SessionLost();
   return 0;
 }
@@ -52,13 +53,13 @@ const netsnmp_handler_registration* RegistrationOf(void* parameters) {
 }
 
 int BeforeRegistration(int, int, void* parameters, void*) {
-  late_withdrawals::BeginRegistering(RegistrationOf(parameters));
+  in_use::BeginRegistering(RegistrationOf(parameters));
   return 0;
 }
 
 int AfterRegistration(int, int, void* parameters, void*) {
   reconnect_workarounds::RegistrationRequested();
-  late_withdrawals::EndRegistering(RegistrationOf(parameters));
+  in_use::EndRegistering(RegistrationOf(parameters));
   return 0;
 }
 
@@ -70,7 +71,7 @@ int OnSessionInit(int, int, void* session, void*) {
 int OnShutdown(int, int, void*, void*) {
   const NetSNMPAgentGuard guard;
   agent_events::Detach();
-  late_withdrawals::DropNoted();
+  deferred::Drop();
   return 0;
 }
 

@@ -7,8 +7,8 @@
 #include "NetSNMPAgentGuard.h"
 #include "SNMPSubAgent.h"
 #include "adapter/Containment.h"
+#include "adapter/Deferred.h"
 #include "adapter/SigpipeBlock.h"
-#include "nodes/LateRegistrations.h"
 #include "runtime/InterruptionPoints.h"
 #include "runtime/ReconnectWorkarounds.h"
 #include "runtime/WaitSet.h"
@@ -92,7 +92,7 @@ void SNMPSubAgent::process() {
     // goes on as it likes.
     if (thread_) thread_->interrupt();
   }
-  late_registrations::CatchUp();
+  deferred::Run();
   containment::RaisePendingInterruption();
   reconnect_workarounds::RepairAfterLoss();
   RunHousekeeping(interruption);

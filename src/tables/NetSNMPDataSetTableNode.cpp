@@ -3,10 +3,12 @@
 
 #include "NetSNMP.h"
 #include "NetSNMPAgentGuard.h"
-#include "adapter/DataSetRelease.h"
-#include "nodes/LateRegistrations.h"
-#include "nodes/NodeWatch.h"
-#include "tables/LateRows.h"
+#include "adapter/DataSet.h"
+#include "adapter/Deferred.h"
+#include "adapter/InUse.h"
+#include "adapter/Registration.h"
+#include "nodes/NodeRegistration.h"
+#include "nodes/Watch.h"
 #include "values/OwnedValues.h"
 
 namespace {
@@ -47,7 +49,7 @@ NetSNMPDataSetTableNode::NetSNMPDataSetTableNode(
     : NetSNMPNode(oid, oidLen, name),
       dataset_(nullptr),
       accessData_(eNodeDataVoid, eNodeAccessDefault, nullptr, nullptr),
-      heldDataset_(nullptr) {
+      registration_(nullptr) {
   accessData_.CopyData(accessData);
   NetSNMPNodeData::CopyDataVector(columns, columnTemplate_);
   NetSNMPDataSetTableNode::RegisterNode();
@@ -56,7 +58,11 @@ NetSNMPDataSetTableNode::NetSNMPDataSetTableNode(
 NetSNMPDataSetTableNode::~NetSNMPDataSetTableNode() {
   const NetSNMPAgentGuard guard;
   NetSNMPNodeData::DestroyDataVector(columnTemplate_);
-  if (dataset_ != nullptr) late_rows::Remove(dataset_);
+  const bool registered =
+      registration::IsRegistered(registration_, nodeOID_, nodeOIDLen_);
+  if (dataset_ != nullptr) {
+    deferred::ClearDataSet(dataset_, registered ? registration_ : nullptr);
+  }
   ReleaseDataset();
   LeaveRegistry();
 }
@@ -67,7 +73,7 @@ bool NetSNMPDataSetTableNode::RegisterNode() {
   if (columnTemplate_.empty() || columnTemplate_.front() == nullptr) {
     return registered_;
   }
-  if (late_registrations::Await(*this)) return registered_;
+  if (node_registration::MustWait(*this)) return registered_;
   CreateDataset();
   if (dataset_ == nullptr) return registered_;
   netsnmp_handler_registration* registration = nullptr;
@@ -76,14 +82,18 @@ bool NetSNMPDataSetTableNode::RegisterNode() {
       nodeOIDLen_, accessData_.NodeHandlerModes());
   if (NetSNMP::snmp_succeeded(created) == 0) return false;
   registered_ = true;
-  heldDataset_ = dataset_;
-  const NodeWatch watch(this);
+  registration_ = registration;
+  const Watch watch(this);
   const int result =
       NetSNMP::register_snmp_dataset_table(registration, dataset_);
   // A request served meanwhile may have deleted the node.
   if (!watch.Alive()) return false;
   registered_ = NetSNMP::snmp_succeeded(result) != 0;
-  if (!registered_) heldDataset_ = nullptr;
+  if (registered_) {
+    in_use::TrackSetsOf(registration);
+  } else {
+    registration_ = nullptr;
+  }
   return registered_;
 }
 
@@ -113,7 +123,7 @@ bool NetSNMPDataSetTableNode::AddRow(
   for (std::size_t i = 1; i < values.size(); ++i) WriteColumn(row, *values[i]);
   NetSNMP::add_snmp_dataset_row(row, dataset_);
   // A duplicate index, for one.
-  if (!DataSetHasRow(*dataset_, *row)) ReleaseDataSetRow(row);
+  if (!data_set::HasRow(*dataset_, *row)) data_set::FreeRow(row);
   return true;
 }
 
@@ -133,7 +143,7 @@ void NetSNMPDataSetTableNode::CreateDataset() {
 
 void NetSNMPDataSetTableNode::ReleaseDataset() {
   // One that is registered stays with the agent library, which refers to it.
-  if (dataset_ != nullptr && dataset_ != heldDataset_) ReleaseDataSet(dataset_);
+  if (dataset_ != nullptr && registration_ == nullptr) data_set::Free(dataset_);
   dataset_ = nullptr;
 }
 
@@ -142,15 +152,9 @@ int var_dataset_table_handler(netsnmp_mib_handler_s* /*handler*/,
                               netsnmp_agent_request_info_s* requestInfo,
                               netsnmp_request_info_s* requests) {
   const NetSNMPAgentGuard guard;
-  if (registration == nullptr || requests == nullptr ||
-      requestInfo->mode != MODE_SET_RESERVE1) {
-    return SNMP_ERR_NOERROR;
-  }
-  auto* const set = static_cast<netsnmp_table_data_set*>(
-      netsnmp_find_handler_data_by_name(registration, TABLE_DATA_SET_NAME));
-  if (set != nullptr && !late_rows::Hold(requests, set)) {
-    NetSNMP::set_snmp_request_error(requestInfo, requests,
-                                    SNMP_ERR_RESOURCEUNAVAILABLE);
+  if (registration != nullptr && requests != nullptr) {
+    // Refuses the requests by itself.
+    in_use::TrackSet(requestInfo, requests, registration);
   }
   return SNMP_ERR_NOERROR;
 }

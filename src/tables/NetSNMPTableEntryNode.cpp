@@ -6,9 +6,9 @@
 
 #include "NetSNMPAgentGuard.h"
 #include "NetSNMPTableNode.h"
+#include "nodes/Watch.h"
 #include "tables/RowIndex.h"
 #include "tables/RowKey.h"
-#include "tables/RowPin.h"
 #include "tables/RowSelection.h"
 #include "values/OwnedValues.h"
 
@@ -35,7 +35,7 @@ bool AppendIndex(const NetSNMPNodeData& value, std::string& key) {
 }
 
 void Discard(Row* row) {
-  RowPin::Discarded(row);
+  Watch::Destroyed(row);
   NetSNMPNodeData::DestroyDataVector(*row);
   delete row;
 }

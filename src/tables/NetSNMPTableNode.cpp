@@ -6,11 +6,11 @@
 #include "NetSNMP.h"
 #include "NetSNMPAgentGuard.h"
 #include "NetSNMPTableEntryNode.h"
-#include "adapter/HeldRegistration.h"
-#include "adapter/LateWithdrawals.h"
-#include "nodes/LateRegistrations.h"
-#include "nodes/NodeLine.h"
-#include "nodes/NodeWatch.h"
+#include "adapter/Deferred.h"
+#include "adapter/InUse.h"
+#include "adapter/Registration.h"
+#include "nodes/NodeRegistration.h"
+#include "nodes/Watch.h"
 #include "tables/IteratorInfo.h"
 #include "tables/RowSelector.h"
 
@@ -58,17 +58,17 @@ NetSNMPTableNode::~NetSNMPTableNode() {
 bool NetSNMPTableNode::RegisterNode() {
   const NetSNMPAgentGuard guard;
   if (registered_ || !mapped_ || !SubAgentConnected()) return registered_;
-  if (late_registrations::Await(*this)) return registered_;
+  if (node_registration::MustWait(*this)) return registered_;
   const int created = NetSNMP::create_snmp_handler_registration(
       &handlerRegistration_, nodeName_.c_str(), var_table_handler, nodeOID_,
       nodeOIDLen_, accessData_.NodeHandlerModes());
   registered_ = NetSNMP::snmp_succeeded(created) != 0;
   if (!registered_) {
-    LogLine(*this, "Net-SNMP table node registration failed.");
+    node_registration::Log(*this, "Net-SNMP table node registration failed.");
     return false;
   }
-  LogLine(*this, "Net-SNMP table node registration was successful.");
-  const NodeWatch watch(this);
+  node_registration::Log(*this, "Net-SNMP table node registration was successful.");
+  const Watch watch(this);
   RegisterEntryNode();
   return watch.Alive() && registered_;
 }
@@ -78,18 +78,18 @@ void NetSNMPTableNode::UnregisterNode() {
   if (!registered_) return;
   registered_ = false;
   if (!SubAgentConnected()) {
-    LogLine(
+    node_registration::Log(
         *this,
         "Net-SNMP table node unregistration could not complete- disconnected "
         "subagent.");
   } else if (handlerRegistration_ != nullptr) {
     // One that never reached the agent library cannot be withdrawn from it,
     // and another node may have registered the same OID meanwhile.
-    const NodeWatch watch(this);
+    const Watch watch(this);
     const bool withdrawn = heldRegistration_ != nullptr &&
                            NetSNMP::snmp_succeeded(Withdraw()) != 0;
     if (!watch.Alive()) return;
-    LogLine(*this, withdrawn
+    node_registration::Log(*this, withdrawn
                        ? "Net-SNMP table node unregistration was successful."
                        : "Net-SNMP table node unregistration failed.");
   }
@@ -108,7 +108,7 @@ void NetSNMPTableNode::RegisterEntryNode() {
   if (iteratorInfo_ == nullptr) return;
   iteratorRegistered_ = true;
   heldRegistration_ = handlerRegistration_;
-  const NodeWatch watch(this);
+  const Watch watch(this);
   const int result = NetSNMP::register_snmp_table_iterator(handlerRegistration_,
                                                            iteratorInfo_);
   // It may have been deleted or withdrawn meanwhile.
@@ -116,13 +116,13 @@ void NetSNMPTableNode::RegisterEntryNode() {
   iteratorRegistered_ = NetSNMP::snmp_succeeded(result) != 0;
   if (iteratorRegistered_) {
     PutRowSelectorBeforeIterator(heldRegistration_);
-    late_withdrawals::PutHoldBeforeAll(heldRegistration_);
+    in_use::TrackSetsOf(heldRegistration_);
   } else {
     // What the agent library refuses, it has freed.
     handlerRegistration_ = nullptr;
     heldRegistration_ = nullptr;
   }
-  LogLine(*this, iteratorRegistered_
+  node_registration::Log(*this, iteratorRegistered_
                      ? "Net-SNMP table iterator registration was successful."
                      : "Net-SNMP table iterator registration failed.");
 }
@@ -157,8 +157,8 @@ int NetSNMPTableNode::Withdraw() {
   netsnmp_handler_registration* const registration = heldRegistration_;
   if (handlerRegistration_ == registration) handlerRegistration_ = nullptr;
   heldRegistration_ = nullptr;
-  return AgentHolds(registration, nodeOID_, nodeOIDLen_)
-             ? late_withdrawals::Withdraw(registration, &iteratorInfo_)
+  return registration::IsRegistered(registration, nodeOID_, nodeOIDLen_)
+             ? deferred::Withdraw(registration, &iteratorInfo_)
              : MIB_NO_SUCH_REGISTRATION;
 }
 

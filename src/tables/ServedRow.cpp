@@ -6,20 +6,27 @@
 
 #include "NetSNMP.h"
 #include "NetSNMPTableEntryNode.h"
-#include "adapter/RequestHold.h"
-#include "tables/RowPin.h"
+#include "nodes/Watch.h"
 #include "tables/RowSelection.h"
 
 namespace {
 
 using Row = std::vector<NetSNMPNodeData*>;
 
-// The name under which a request carries its pin from the first phase of a SET
-// to the last.
-constexpr char kPinName[] = "snmpsubagent_row_pin";
+// The name under which a request carries the watch over its row from the first
+// phase of a SET to the last.
+constexpr char kWatchName[] = "snmpsubagent_row_watch";
 
-void Pin(netsnmp_request_info* request, const Row* row) {
-  KeepWithRequest(request, kPinName, std::make_unique<RowPin>(row));
+// The agent library keeps the watch with the request until it is done with
+// that: with the request of a SET, until after its last phase.
+void WatchRow(netsnmp_request_info* request, const Row* row) {
+  auto watch = std::make_unique<Watch>(row);
+  netsnmp_data_list* const entry = netsnmp_create_data_list(
+      kWatchName, watch.get(),
+      [](void* kept) { delete static_cast<Watch*>(kept); });
+  if (entry == nullptr) return;
+  watch.release();
+  netsnmp_request_add_list_data(request, entry);
 }
 
 }  // namespace
@@ -42,10 +49,10 @@ std::vector<NetSNMPNodeData*>* ServedRow::Of(
   NetSNMP::extract_snmp_iterator_context(&context, request);
   if (context == nullptr || !IsStored(entry, context)) return nullptr;
   auto* const row = static_cast<Row*>(context);
-  const auto* const pin = static_cast<const RowPin*>(
-      netsnmp_request_get_list_data(request, kPinName));
-  if (pin != nullptr) return pin->Holds(row) ? row : nullptr;
-  if (requestInfo.mode == MODE_SET_RESERVE1) Pin(request, row);
+  const auto* const watch = static_cast<const Watch*>(
+      netsnmp_request_get_list_data(request, kWatchName));
+  if (watch != nullptr) return watch->IsOf(row) ? row : nullptr;
+  if (requestInfo.mode == MODE_SET_RESERVE1) WatchRow(request, row);
   return row;
 }
 

@@ -6,7 +6,7 @@
 #include "NetSNMPTableNode.h"
 #include "NetSNMPTableRow.h"
 #include "adapter/Containment.h"
-#include "nodes/NodeWatch.h"
+#include "nodes/Watch.h"
 #include "tables/ServedRow.h"
 #include "tables/TableLookup.h"
 #include "values/LibraryValue.h"
@@ -61,7 +61,7 @@ class TransientNode {
   const KeptAside table_;
   const KeptAside store_;
   NetSNMPDataNode* const node_;
-  const NodeWatch watch_;
+  const Watch watch_;
 };
 
 unsigned int ColumnOf(netsnmp_request_info* request) {

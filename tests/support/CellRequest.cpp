@@ -3,7 +3,8 @@
 
 #include "NetSNMPTableNode.h"
 
-CellRequest::CellRequest(const Oid& oid) {
+CellRequest::CellRequest(const Oid& oid, netsnmp_agent_session* pdu) {
+  agentRequest_.asp = pdu;
   request_.agent_req_info = &agentRequest_;
   snmp_varlist_add_variable(&request_.requestvb, oid.data(), oid.size(),
                             ASN_NULL, nullptr, 0);

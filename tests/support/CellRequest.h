@@ -13,7 +13,9 @@
 // to a handler. It lasts over all phases of a SET.
 class CellRequest {
  public:
-  explicit CellRequest(const Oid& oid);
+  // Part of `pdu`, which must outlive it; of none when a handler is called by
+  // others than the agent library.
+  explicit CellRequest(const Oid& oid, netsnmp_agent_session* pdu = nullptr);
   ~CellRequest();
   CellRequest(const CellRequest&) = delete;
   CellRequest& operator=(const CellRequest&) = delete;

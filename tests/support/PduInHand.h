@@ -3,7 +3,7 @@
 #define SNMPSUBAGENT_TESTS_PDUINHAND_H_
 
 #include "NetSNMP.h"
-#include "adapter/LateWithdrawals.h"
+#include "adapter/InUse.h"
 #include "support/Oid.h"
 
 // A PDU that names what is registered at `oid`, while a handler works on it.
@@ -24,7 +24,7 @@ class PduInHand {
   netsnmp_tree_cache named_{};
   netsnmp_agent_session session_{};
   netsnmp_agent_request_info requestInfo_{};
-  const late_withdrawals::HandlerCall call_;
+  const in_use::Call call_;
 };
 
 #endif  // SNMPSUBAGENT_TESTS_PDUINHAND_H_

@@ -1,10 +1,12 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#include <deque>
 #include <string>
 
 #include "FailingNew.h"
 #include "NetSNMPDataSetTableNode.h"
 #include "NetSNMPTrapNode.h"
-#include "nodes/LateRegistrations.h"
+#include "adapter/Deferred.h"
+#include "adapter/InUse.h"
 #include "support/DataNodeTest.h"
 #include "support/KeptDataSets.h"
 #include "support/PduInHand.h"
@@ -103,21 +105,86 @@ TEST_F(ANode, IsDestroyedWithoutMemory) {
   });
 }
 
-// One whose withdrawal cannot even be deferred stays registered.
+// Deferring the withdrawal needs no memory.
 TEST_F(ANode, IsDestroyedWithoutMemoryWhileARequestAddressesIt) {
   WithEachAllocationFailing([&](const auto& fail) {
     BuildFanSpeed();
     {
       const PduInHand pdu(kFanSpeedOid);
-      fail([] { NetSNMPNode::DeleteNodes(); });
-      NetSNMPNode::DeleteNodes();
+      EXPECT_TRUE(fail([] { NetSNMPNode::DeleteNodes(); }));
       EXPECT_NE(LocalAgent::RegistrationAt(kFanSpeedOid), nullptr);
     }
-    Oid oid = kFanSpeedOid;
-    const bool noted = late_withdrawals::IsNoted(oid.data(), Length(oid));
-    late_registrations::CatchUp();
-    EXPECT_EQ(LocalAgent::RegistrationAt(oid) == nullptr, noted);
-    if (!noted) NetSNMP::unregister_snmp_mib(oid.data(), Length(oid));
+    deferred::Run();
+    EXPECT_EQ(LocalAgent::RegistrationAt(kFanSpeedOid), nullptr);
+  });
+}
+
+// A SET as far as it is tracked.
+class TrackedSet {
+ public:
+  explicit TrackedSet(const netsnmp_handler_registration* registration)
+      : registration_(registration) {
+    requestInfo_.asp = &session_;
+  }
+
+  bool Pass(int mode) {
+    requestInfo_.mode = mode;
+    return in_use::TrackSet(&requestInfo_, &requests_, registration_);
+  }
+
+  int Error() const { return requests_.status; }
+
+ private:
+  const netsnmp_handler_registration* const registration_;
+  netsnmp_agent_session session_{};
+  netsnmp_agent_request_info requestInfo_{};
+  netsnmp_request_info requests_{};
+};
+
+TEST_F(ANode, IsDestroyedWithoutMemoryDuringASet) {
+  WithEachAllocationFailing([&](const auto& fail) {
+    BuildFanSpeed();
+    auto* const registration = LocalAgent::RegistrationAt(kFanSpeedOid);
+    TrackedSet set(registration);
+    ASSERT_TRUE(set.Pass(MODE_SET_RESERVE1));
+    EXPECT_TRUE(fail([] { NetSNMPNode::DeleteNodes(); }));
+    deferred::Run();
+    EXPECT_EQ(LocalAgent::RegistrationAt(kFanSpeedOid), registration);
+    set.Pass(MODE_SET_FREE);
+    deferred::Run();
+    EXPECT_EQ(LocalAgent::RegistrationAt(kFanSpeedOid), nullptr);
+  });
+}
+
+TEST_F(ANode, RefusesASetThatThereIsNoMemoryToTrack) {
+  std::deque<TrackedSet> sets;
+  bool tracked = true;
+  while (tracked && sets.size() < 1000) {
+    TrackedSet& set = sets.emplace_back(nullptr);
+    const AllocationFailure failure(1);
+    tracked = set.Pass(MODE_SET_RESERVE1);
+    EXPECT_EQ(set.Error(),
+              tracked ? SNMP_ERR_NOERROR : SNMP_ERR_RESOURCEUNAVAILABLE);
+  }
+  EXPECT_FALSE(tracked);
+  in_use::ForgetSets();
+}
+
+TEST_F(ANode, IsDestroyedWithoutMemoryWhileItIsRegistered) {
+  WithEachAllocationFailing([&](const auto& fail) {
+    BuildFanSpeed();
+    auto* const registration = LocalAgent::RegistrationAt(kFanSpeedOid);
+    EXPECT_TRUE(fail([&] {
+      in_use::BeginRegistering(registration);
+      in_use::BeginRegistering(nullptr);
+      NetSNMPNode::DeleteNodes();
+    }));
+    in_use::EndRegistering(nullptr);
+    deferred::Run();
+    EXPECT_EQ(LocalAgent::RegistrationAt(kFanSpeedOid), registration);
+    in_use::EndRegistering(registration);
+    deferred::Run();
+    EXPECT_EQ(LocalAgent::RegistrationAt(kFanSpeedOid), nullptr);
   });
 }
 

@@ -363,6 +363,90 @@ TEST_F(ANode, MayBeTheTableOfACellThatIsRead) {
   }
 }
 
+// The agent library keeps the addresses of a dataset's rows during a SET.
+class ADataSet : public ANode {
+ protected:
+  ADataSet() {
+    AsApplication(1, [] {
+      const NetSNMPAgentGuard guard;
+      support::AddDataSetTable(3, "dataset", Values(Unsigned(0), Int(0)))
+          ->AddRow(Values(Unsigned(1), Int(7, eNodeAccessReadWrite)));
+    });
+  }
+
+  // Deletes the node after the first phase of a SET, and ends the SET.
+  void DeleteDuring(const TestSet& set, const std::vector<agentx::Body>& rest) {
+    session_->Ask(set, kSet);
+    AsApplication(0, [] { delete Node("dataset"); });
+    EXPECT_EQ(Get(Cell(1)), Integer(Cell(1), 7));
+    for (const agentx::Body& phase : rest) session_->Ask(phase, kSet);
+  }
+
+  void ExpectNoRows() {
+    for (const std::uint32_t index : {1, 2}) {
+      EXPECT_EQ(Get(Cell(index)).value.type, Type::kNoSuchInstance);
+    }
+  }
+};
+
+TEST_F(ADataSet, LosesItsRowsAfterASetThatIsCommitted) {
+  DeleteDuring(TestSet{{Integer(Cell(1), 8), Integer(Cell(2), 9)}},
+               {CommitSet{}, CleanupSet{}});
+  ExpectNoRows();
+}
+
+TEST_F(ADataSet, LosesItsRowsAfterASetThatIsUndone) {
+  DeleteDuring(TestSet{{Integer(Cell(1), 8), Integer(Cell(2), 9)}},
+               {CommitSet{}, UndoSet{}});
+  ExpectNoRows();
+}
+
+TEST_F(ADataSet, LosesItsRowsAfterASetThatIsNotCommitted) {
+  DeleteDuring(TestSet{{Integer(Cell(1), 8)}}, {CleanupSet{}});
+  ExpectNoRows();
+}
+
+TEST_F(ADataSet, LosesItsRowsAfterASetThatIsRefused) {
+  DeleteDuring(
+      TestSet{{Integer(Cell(1), 8), {Cell(1), {Type::kOctetString, "8"}}}},
+      {CleanupSet{}});
+  ExpectNoRows();
+}
+
+// The agent library gives this SET to none of its handlers for datasets.
+TEST_F(ADataSet, LosesItsRowsAfterASetOfWhatIsNoCell) {
+  DeleteDuring(TestSet{{Integer(Table(), 8)}}, {CleanupSet{}});
+  ExpectNoRows();
+}
+
+TEST_F(ADataSet, LosesItsRowsWithTheConnectionOfASetThatNeverEnds) {
+  session_->Ask(TestSet{{Integer(Cell(1), 8)}}, kSet);
+  AsApplication(0, [] { delete Node("dataset"); });
+  session_.reset();
+  session_ = master_.AcceptServing(kRegistered + 1);
+  ExpectNoRows();
+}
+
+TEST_F(ADataSet, MayBeDeletedByACallbackOfItsSet) {
+  OnUse([] { delete Node("dataset"); });
+  EXPECT_EQ(session_->Set({Integer(Scalar(2), 8), Integer(Cell(1), 9)}).error,
+            kNoError);
+  EXPECT_EQ(written, 8);
+  ExpectNoRows();
+}
+
+TEST_F(ADataSet, LosesItsRowsAtOnceWhenNoSetWorksOnThem) {
+  EXPECT_EQ(session_->Set({Integer(Cell(1), 8)}).error, kNoError);
+  EXPECT_EQ(Get(Cell(1)), Integer(Cell(1), 8));
+  AsApplication(0, [] {
+    const NetSNMPAgentGuard guard;
+    netsnmp_table_data_set* const set =
+        dynamic_cast<NetSNMPDataSetTableNode*>(Node("dataset"))->dataset_;
+    delete Node("dataset");
+    EXPECT_EQ(set->table->first_row, nullptr);
+  });
+}
+
 // The agent library serves requests while a node waits for the master agent.
 class ANodeThatWaits : public ANode {
  protected:

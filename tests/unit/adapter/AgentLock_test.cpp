@@ -9,7 +9,7 @@
 
 #include "NetSNMP.h"
 #include "NetSNMPAgentGuard.h"
-#include "adapter/DataSetRelease.h"
+#include "adapter/DataSet.h"
 #include "support/LocalAgent.h"
 #include "support/Oid.h"
 
@@ -106,8 +106,8 @@ TEST_F(AWrapper, OfADataSetTakesTheLock) {
   EXPECT_TRUE(
       TakesTheLock([&] { NetSNMP::delete_remove_snmp_dataset_row(row, set); }));
   NetSNMP::create_snmp_dataset_row(&row);
-  EXPECT_TRUE(TakesTheLock([&] { ReleaseDataSetRow(row); }));
-  EXPECT_TRUE(TakesTheLock([&] { ReleaseDataSet(set); }));
+  EXPECT_TRUE(TakesTheLock([&] { data_set::FreeRow(row); }));
+  EXPECT_TRUE(TakesTheLock([&] { data_set::Free(set); }));
 }
 
 }  // namespace

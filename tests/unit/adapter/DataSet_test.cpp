@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "NetSNMP.h"
-#include "adapter/DataSetRelease.h"
+#include "adapter/DataSet.h"
 #include "support/LocalAgent.h"
 #include "support/Oid.h"
 
@@ -21,7 +21,7 @@ class ADataSet : public testing::Test {
               0);
   }
   ~ADataSet() override {
-    if (set_ != nullptr) ReleaseDataSet(set_);
+    if (set_ != nullptr) data_set::Free(set_);
   }
 
   static netsnmp_table_row* Row(long index) {
@@ -78,7 +78,7 @@ TEST_F(ADataSet, AllowsTheCreationOfRowsIfAskedTo) {
   NetSNMP::create_snmp_dataset(&set, "portTable", 1, ASN_OCTET_STR);
   EXPECT_EQ(set->allow_creation, 1);
   EXPECT_EQ(set->table->indexes_template->type, ASN_OCTET_STR);
-  ReleaseDataSet(set);
+  data_set::Free(set);
 }
 
 TEST_F(ADataSet, DefinesAColumnOnce) {
@@ -126,14 +126,14 @@ TEST_F(ADataSet, DeletesARow) {
 
 TEST_F(ADataSet, TakesNoRowOfAnIndexThatItHas) {
   netsnmp_table_row* const one = Add(1);
-  EXPECT_TRUE(DataSetHasRow(*set_, *one));
+  EXPECT_TRUE(data_set::HasRow(*set_, *one));
   netsnmp_table_row* const twin = Add(1);
-  EXPECT_FALSE(DataSetHasRow(*set_, *twin));
+  EXPECT_FALSE(data_set::HasRow(*set_, *twin));
   NetSNMP::set_snmp_dataset_row_col(twin, 2, ASN_OCTET_STR, "front", 5, 0);
-  ReleaseDataSetRow(twin);
+  data_set::FreeRow(twin);
   netsnmp_table_row* const two = Add(2);
-  EXPECT_TRUE(DataSetHasRow(*set_, *one));
-  EXPECT_TRUE(DataSetHasRow(*set_, *two));
+  EXPECT_TRUE(data_set::HasRow(*set_, *one));
+  EXPECT_TRUE(data_set::HasRow(*set_, *two));
 }
 
 TEST_F(ADataSet, SetsAColumnOfARowAndWhetherItIsWritable) {

@@ -1,9 +1,9 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
-#include "nodes/LateRegistrations.h"
+#include "adapter/Deferred.h"
 
 #include <stdexcept>
+#include <string>
 
-#include "adapter/LateWithdrawals.h"
 #include "support/DataNodeTest.h"
 #include "support/PduInHand.h"
 
@@ -14,15 +14,16 @@ using testing::HasSubstr;
 
 class ANodeInHand : public DataNodeTest {
  protected:
-  ~ANodeInHand() override { late_registrations::CatchUp(); }
+  ~ANodeInHand() override { deferred::Run(); }
 
   bool IsRegistered() const {
     return LocalAgent::RegistrationAt(kFanSpeedOid) != nullptr;
   }
 
-  // Whether its withdrawal is put off.
-  bool IsNoted() const {
-    return late_withdrawals::IsNoted(kFanSpeedOid.data(), Length(kFanSpeedOid));
+  // Whether its withdrawal is deferred.
+  bool IsDeferred() const {
+    return deferred::WhenFree(kFanSpeedOid.data(), Length(kFanSpeedOid), "",
+                              [](const std::string&) {});
   }
 
   // Deletes it while a PDU names it.
@@ -30,17 +31,17 @@ class ANodeInHand : public DataNodeTest {
     NetSNMPNode* const node = BuildFanSpeed();
     const PduInHand pdu(kFanSpeedOid);
     delete node;
-    late_registrations::CatchUp();
+    deferred::Run();
     EXPECT_TRUE(IsRegistered());
-    EXPECT_TRUE(IsNoted());
+    EXPECT_TRUE(IsDeferred());
   }
 };
 
 TEST_F(ANodeInHand, IsWithdrawnAfterwards) {
   DeleteInHand();
-  late_registrations::CatchUp();
+  deferred::Run();
   EXPECT_FALSE(IsRegistered());
-  EXPECT_FALSE(IsNoted());
+  EXPECT_FALSE(IsDeferred());
 }
 
 TEST_F(ANodeInHand, LogsItsWithdrawalWhenItIsDeleted) {
@@ -64,9 +65,9 @@ TEST_F(ANodeInHand, OfAPduBelowAnotherIsInHandToo) {
 
 TEST_F(ANodeInHand, IsNotWithdrawnFromAnAgentLibraryThatWasShutDown) {
   DeleteInHand();
-  late_withdrawals::DropNoted();
-  EXPECT_FALSE(IsNoted());
-  late_registrations::CatchUp();
+  deferred::Drop();
+  EXPECT_FALSE(IsDeferred());
+  deferred::Run();
   EXPECT_TRUE(IsRegistered());
 }
 
@@ -77,7 +78,7 @@ TEST_F(ANodeInHand, IsSucceededByTheNodeBuiltLastOnly) {
   EXPECT_FALSE(Build(kFanSpeedOid, "last",
                      NetSNMPIntNodeData(&speed_, eNodeAccessReadOnly))
                    ->registered_);
-  late_registrations::CatchUp();
+  deferred::Run();
   EXPECT_TRUE(NetSNMPNode::nodeMap_->at("last")->registered_);
   EXPECT_TRUE(IsRegistered());
 }
@@ -95,7 +96,7 @@ TEST_F(ANodeInHand, IsSucceededAlthoughAnotherThrowsWhenItIsRegistered) {
   Build(kFanSpeedOid, "successor",
         NetSNMPIntNodeData(&speed_, eNodeAccessReadOnly));
   log_.Lines();
-  late_registrations::CatchUp();
+  deferred::Run();
   EXPECT_THAT(log_.Lines(),
               ElementsAre(HasSubstr("not today"), HasSubstr("successful")));
   EXPECT_TRUE(NetSNMPNode::nodeMap_->at("successor")->registered_);

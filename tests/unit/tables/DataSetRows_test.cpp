@@ -3,6 +3,7 @@
 
 #include "DataSetTest.h"
 #include "NetSNMPByteNodeData.h"
+#include "adapter/Deferred.h"
 #include "support/CellRequest.h"
 
 namespace {
@@ -234,19 +235,19 @@ TEST_F(DataSetRows, GoWithTheirTableWhenTheSetThatWorksOnThemHasEnded) {
       netsnmp_table_data_set* const dataset = table->dataset_;
       auto* const registration = LocalAgent::RegistrationAt(kEventTableOid);
       ASSERT_NE(registration, nullptr);
-      {
-        CellRequest set(TestOid({3, 1, 2, row}));
-        CellRequest other(TestOid({3, 1, 2, 1}));
-        set.SetInteger(8);
-        other.SetInteger(9);
-        for (const int mode : each.before) set.Serve(registration, mode);
-        other.Serve(registration, MODE_SET_RESERVE1);
-        NetSNMPNode::DeleteNodes();
-        EXPECT_NE(dataset->table->first_row, nullptr);
-        other.Serve(registration, MODE_SET_FREE);
-        for (const int mode : each.after) set.Serve(registration, mode);
-        EXPECT_NE(dataset->table->first_row, nullptr);
-      }
+      netsnmp_agent_session pdu{};
+      CellRequest set(TestOid({3, 1, 2, row}), &pdu);
+      CellRequest other(TestOid({3, 1, 2, 1}), &pdu);
+      set.SetInteger(8);
+      other.SetInteger(9);
+      for (const int mode : each.before) set.Serve(registration, mode);
+      other.Serve(registration, MODE_SET_RESERVE1);
+      NetSNMPNode::DeleteNodes();
+      other.Serve(registration, MODE_SET_FREE);
+      deferred::Run();
+      EXPECT_NE(dataset->table->first_row, nullptr);
+      for (const int mode : each.after) set.Serve(registration, mode);
+      deferred::Run();
       EXPECT_EQ(dataset->table->first_row, nullptr);
     }
   }

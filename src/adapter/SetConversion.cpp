@@ -130,23 +130,3 @@ int NetSNMP::set_snmp_commit(variable_list* var, NetSNMPNodeData* value) {
   }
   return SNMP_ERR_NOERROR;
 }
-
-int NetSNMP::handle_snmp_request(variable_list* var, NetSNMPNodeData* value,
-                                 int mode) {
-  if (value == nullptr) return SNMP_ERR_BADVALUE;
-  switch (mode) {
-    case MODE_SET_RESERVE1:
-    case MODE_SET_RESERVE2:
-      return set_snmp_validate(var, value);
-    case MODE_SET_ACTION:
-      return SNMP_ERR_NOERROR;
-    case MODE_SET_COMMIT:
-      return set_snmp_commit(var, value);
-    case MODE_GET:
-    case MODE_GETNEXT:
-      return get_snmp_value(var, value);
-    default:
-      // FREE and UNDO too: there is no undo, what COMMIT wrote stays.
-      return SNMP_ERR_BADVALUE;
-  }
-}

@@ -1,0 +1,52 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#ifndef SNMPSUBAGENT_NODES_WATCH_H_
+#define SNMPSUBAGENT_NODES_WATCH_H_
+
+#include <vector>
+
+class NetSNMPNode;
+class NetSNMPNodeData;
+
+// Tells whether a node, or a row of a table, is still there.
+//
+// A watch on the stack tells it after a call into the application, whose
+// callback may delete a node or build another one of its name; and after a wait
+// for the master agent, during which such callbacks run. One that is kept with
+// a SET tells it in the later phases, before which another thread may replace
+// or remove the row; its address may then be given to another one.
+//
+// Threads: any. Whoever asks holds off by the lock of NetSNMPAgentGuard those
+// who might destroy the object meanwhile.
+class Watch {
+ public:
+  using Row = std::vector<NetSNMPNodeData*>;
+
+  // Null is always alive.
+  explicit Watch(const NetSNMPNode* node);
+  explicit Watch(const Row* row);
+  ~Watch();
+  Watch(const Watch&) = delete;
+  Watch& operator=(const Watch&) = delete;
+
+  bool Alive() const { return alive_; }
+
+  // Whether `row` is the object that is watched, and still there.
+  bool IsOf(const Row* row) const { return alive_ && object_ == row; }
+
+  // Called by the destructor of every node, and for every row that a store
+  // gives up.
+  static void Destroyed(const NetSNMPNode* node);
+  static void Destroyed(const Row* row);
+
+ private:
+  void Begin();
+  static void End(const void* object);
+
+  const void* const object_;
+  bool alive_ = true;
+  // The neighbours in the list of all watches but those of null.
+  Watch* previous_ = nullptr;
+  Watch* next_ = nullptr;
+};
+
+#endif  // SNMPSUBAGENT_NODES_WATCH_H_
