@@ -15,23 +15,16 @@
 
 namespace {
 
-// The longest wait: what a Stop() of an idle subagent may take at most.
+// The longest wait of a pass, and so the longest time that a Stop() of an idle
+// subagent takes without a descriptor to wake it by.
 constexpr timeval kLongestWait = {5, 0};
-
-// The longest wait of a pass that follows one in which something was read.
-// Requests come close together, and an answer takes several passes: the
-// descriptor of Stop() would cost each of them a hundredth. It is left out of
-// such a wait, which is too short for a Stop() to miss it.
-constexpr timeval kWaitAfterRead = {0, 20000};
-
-thread_local bool readLastTime = false;
 
 // The level of the runtime's own log lines.
 constexpr unsigned int kLogLevel = 3;
 
-// Serves what was found readable. Where another thread used the agent library
-// since it was asked, that one may have read it already or closed the
-// descriptor: then this one looks again, without waiting.
+// Reads what was found readable. If another thread has used the agent library
+// since it was asked for its descriptors, that thread may have read already or
+// closed one: then they are asked for and looked at again, without waiting.
 void Read(WaitSet& found) {
   if (!found.Outdated()) {
     found.Read();
@@ -70,18 +63,17 @@ void RunHousekeeping(const InterruptionPoints& interruption) {
 void SNMPSubAgent::process() {
   const SigpipeBlock sigpipeBlock;
   const InterruptionPoints interruption;
-  WaitSet waitSet(readLastTime ? kWaitAfterRead : kLongestWait);
+  WaitSet waitSet(kLongestWait);
   interruption.Pass();
   waitSet.AskAgentLibrary();
-  if (!readLastTime) waitSet.WakeBy(wakeDescriptor_);
+  waitSet.WakeBy(wakeDescriptor_);
   interruption.Pass();
   const int result = waitSet.Wait();
   const int error = errno;
   interruption.Pass();
 
   const NetSNMPAgentGuard guard;
-  readLastTime = result > 0;
-  if (readLastTime) {
+  if (result > 0) {
     Read(waitSet);
   } else if (result == 0) {
     snmp_timeout();
