@@ -1,4 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#include <memory>
+#include <thread>
+
 #include "nodes/Watch.h"
 
 #include <memory>
