@@ -2,10 +2,14 @@
 #ifndef SNMPSUBAGENT_ADAPTER_AGENTLOCK_H_
 #define SNMPSUBAGENT_ADAPTER_AGENTLOCK_H_
 
-// The number of the turn in which the calling thread holds the lock of
-// NetSNMPAgentGuard; each hand-over counts one on. A thread that finds the next
-// number when it holds the lock again knows that nobody had it in between.
+namespace agent_lock {
+
+// How often the lock of NetSNMPAgentGuard has been released for good so far. A
+// thread that reads the number, releases the lock, and reads the next number
+// when it has the lock again, knows that no other thread had it in between.
 // Requires: the lock.
-unsigned long AgentLockTurn();
+unsigned long Turn();
+
+}  // namespace agent_lock
 
 #endif  // SNMPSUBAGENT_ADAPTER_AGENTLOCK_H_

@@ -65,15 +65,15 @@ class FairLock {
 };
 
 // Never destroyed: the subagent thread may outlive the static objects.
-FairLock& AgentLock() {
+FairLock& TheLock() {
   static FairLock& lock = *new FairLock;
   return lock;
 }
 
 }  // namespace
 
-NetSNMPAgentGuard::NetSNMPAgentGuard() { AgentLock().Take(); }
+NetSNMPAgentGuard::NetSNMPAgentGuard() { TheLock().Take(); }
 
-NetSNMPAgentGuard::~NetSNMPAgentGuard() { AgentLock().Release(); }
+NetSNMPAgentGuard::~NetSNMPAgentGuard() { TheLock().Release(); }
 
-unsigned long AgentLockTurn() { return AgentLock().Turn(); }
+unsigned long agent_lock::Turn() { return TheLock().Turn(); }

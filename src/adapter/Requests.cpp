@@ -25,7 +25,7 @@ int NetSNMP::handle_snmp_request(variable_list* var, NetSNMPNodeData* value,
     case MODE_GETNEXT:
       return get_snmp_value(var, value);
     default:
-      // FREE and UNDO too: there is no undo, what COMMIT wrote stays.
+      // FREE and UNDO too: there is no undo; what COMMIT wrote stays.
       return SNMP_ERR_BADVALUE;
   }
 }

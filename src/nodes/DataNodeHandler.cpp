@@ -22,7 +22,7 @@ int var_instance_handler(netsnmp_mib_handler_s* handler,
   containment::Contain(
       [&] {
         const auto* const node =
-            FindNode<NetSNMPDataNode>(handler->handler_name);
+            node_lookup::Find<NetSNMPDataNode>(handler->handler_name);
         status = node == nullptr
                      ? SNMP_ERR_NOSUCHNAME
                      : NetSNMP::handle_snmp_request(
@@ -31,7 +31,7 @@ int var_instance_handler(netsnmp_mib_handler_s* handler,
       [&](const std::string& what) {
         // Looked up again: the callback may have deleted the node.
         const auto* const node =
-            FindNode<NetSNMPDataNode>(handler->handler_name);
+            node_lookup::Find<NetSNMPDataNode>(handler->handler_name);
         if (node != nullptr) node->NodeLogMessage(what);
       });
   // The first request only: the agent library hands a scalar one at a time.

@@ -80,8 +80,9 @@ bool NetSNMPDataNode::RegisterNode() {
   }
   // What the agent library refuses, it has freed.
   if (!registered_) handlerRegistration_ = nullptr;
-  node_registration::Log(*this, registered_ ? "Net-SNMP data node registration was successful."
-                             : "Net-SNMP data node registration failed.");
+  node_registration::Log(
+      *this, registered_ ? "Net-SNMP data node registration was successful."
+                         : "Net-SNMP data node registration failed.");
   return registered_;
 }
 
@@ -100,14 +101,15 @@ void NetSNMPDataNode::UnregisterNode() {
     const Watch watch(this);
     const int result = deferred::Withdraw(registration);
     if (!watch.Alive()) return;
-    node_registration::Log(*this, NetSNMP::snmp_succeeded(result) != 0
-                       ? "Net-SNMP data node unregistration was successful."
-                       : "Net-SNMP data node unregistration failed.");
+    node_registration::Log(
+        *this, NetSNMP::snmp_succeeded(result) != 0
+                   ? "Net-SNMP data node unregistration was successful."
+                   : "Net-SNMP data node unregistration failed.");
   }
 }
 
 NetSNMPNodeData* NetSNMPDataNode::GetNodeData(const std::string& name) {
-  const auto* const node = FindNode<NetSNMPDataNode>(name);
+  const auto* const node = node_lookup::Find<NetSNMPDataNode>(name);
   return node == nullptr ? nullptr : node->nodeData_;
 }
 
@@ -136,7 +138,7 @@ int NetSNMPDataNode::SetNodeData(const std::string& name, int value) {
 
 void NetSNMPDataNode::DataNodeTrapTrigger() {
   const NetSNMPAgentGuard guard;
-  auto* const trap = FindNode<NetSNMPTrapNode>(trapName_);
+  auto* const trap = node_lookup::Find<NetSNMPTrapNode>(trapName_);
   if (trap == nullptr) return;
   // Sent twice: a notification is never confirmed, and one may be lost.
   trap->TriggerV2Trap(this);

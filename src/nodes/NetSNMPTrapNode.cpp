@@ -52,6 +52,7 @@ bool NetSNMPTrapNode::TriggerV2Trap() {
     for (NetSNMPDataNode*& node : dataObjects_) {
       complete = AddDataObjectToTrap(node);
       if (!complete) break;
+      // No longer collected, also if an override of the next one throws.
       node = nullptr;
     }
     if (complete) NetSNMP::send_trap(trapVarList_);

@@ -7,10 +7,12 @@
 
 #include "NetSNMPNode.h"
 
-// `node` if it is of class Node, else null. Each request asks, and mostly of
-// the class itself: that is told without walking its bases.
+namespace node_lookup {
+
+// `node` if it is of class Node, else null. Called for every request; an exact
+// match of types is cheaper than dynamic_cast.
 template <typename Node>
-Node* NodeCast(NetSNMPNode* node) {
+Node* Cast(NetSNMPNode* node) {
   if (node == nullptr) return nullptr;
   return typeid(*node) == typeid(Node) ? static_cast<Node*>(node)
                                        : dynamic_cast<Node*>(node);
@@ -19,11 +21,13 @@ Node* NodeCast(NetSNMPNode* node) {
 // The node of that name if it is of class Node, else null; null without a
 // registry too.
 template <typename Node>
-Node* FindNode(const std::string& name) {
+Node* Find(const std::string& name) {
   if (NetSNMPNode::nodeMap_ == nullptr) return nullptr;
   const auto entry = NetSNMPNode::nodeMap_->find(name);
   if (entry == NetSNMPNode::nodeMap_->end()) return nullptr;
-  return NodeCast<Node>(entry->second);
+  return Cast<Node>(entry->second);
 }
+
+}  // namespace node_lookup
 
 #endif  // SNMPSUBAGENT_NODES_NODELOOKUP_H_

@@ -14,13 +14,13 @@ namespace {
 // The node that waited may have been deleted meanwhile, or replaced by another
 // of its name.
 void Register(const std::string& name) {
-  auto* node = FindNode<NetSNMPNode>(name);
+  auto* node = node_lookup::Find<NetSNMPNode>(name);
   if (node == nullptr) return;
   containment::Contain([&] { node->RegisterNode(); },
                        [&](const std::string& what) {
                          // Looked up again: a request served meanwhile may
                          // have deleted it.
-                         node = FindNode<NetSNMPNode>(name);
+                         node = node_lookup::Find<NetSNMPNode>(name);
                          if (node != nullptr) node->NodeLogMessage(what);
                        });
 }

@@ -6,8 +6,11 @@
 #include <boost/thread/pthread/thread_data.hpp>
 
 // The interruption points of the thread that builds it. Boost's own look the
-// thread up and lock a mutex each time; a GET passes eighteen of them, and they
-// made 7 of 100 of its instructions.
+// thread up and lock a mutex each time; a GET passes eighteen of them, which
+// were 7 % of its instructions.
+//
+// Rests on thread_data_base::interrupt_requested, which Boost does not
+// document; looked at in 1.74 and 1.81.
 class InterruptionPoints {
  public:
   InterruptionPoints() : thread_(boost::detail::get_current_thread_data()) {}

@@ -21,7 +21,7 @@ WaitSet::~WaitSet() {
 
 void WaitSet::AskAgentLibrary() {
   const NetSNMPAgentGuard guard;
-  turn_ = AgentLockTurn();
+  turn_ = agent_lock::Turn();
   if (!beyondSet) {
     int block = 0;
     snmp_select_info(&count_, &descriptors_, &timeout_, &block);
@@ -51,7 +51,8 @@ void WaitSet::WakeBy(int descriptor) {
   count_ = std::max(count_, descriptor + 1);
 }
 
-bool WaitSet::Outdated() const { return AgentLockTurn() - turn_ > 1; }
+// One hand-over since then is our own, of the guard in AskAgentLibrary().
+bool WaitSet::Outdated() const { return agent_lock::Turn() - turn_ > 1; }
 
 int WaitSet::Wait() {
   return isLarge_ ? netsnmp_large_fd_set_select(count_, &large_, nullptr,

@@ -8,9 +8,9 @@
 
 // What one pass of the event loop waits for.
 //
-// An fd_set ends at FD_SETSIZE, 1,024, and whoever goes beyond it writes over
-// the stack. In an application with that many descriptors open the agent
-// library's large set takes its place.
+// An fd_set has room for the descriptors below FD_SETSIZE, 1,024; to put in
+// another one overwrites the stack. An application with that many open files
+// gets Net-SNMP's large set instead.
 class WaitSet {
  public:
   // Waits no longer than this, whatever the agent library says.
@@ -39,7 +39,7 @@ class WaitSet {
   // Result and errno of select().
   int Wait();
 
-  // Has the agent library read what is readable after a Wait().
+  // Makes the agent library read what is readable after a Wait().
   void Read();
 
  private:

@@ -72,7 +72,8 @@ bool Select(const netsnmp_handler_registration& table, int mode,
 }
 
 NetSNMPTableEntryNode* EntryOf(const netsnmp_handler_registration& table) {
-  const auto* const node = FindNode<NetSNMPTableNode>(table.handlerName);
+  const auto* const node =
+      node_lookup::Find<NetSNMPTableNode>(table.handlerName);
   return node == nullptr ? nullptr : node->entryNode_;
 }
 

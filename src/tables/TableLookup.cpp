@@ -5,5 +5,5 @@
 #include "nodes/NodeLookup.h"
 
 NetSNMPTableNode* FindTable(const std::string& name) {
-  return NodeCast<NetSNMPTableNode>((*NetSNMPNode::nodeMap_)[name]);
+  return node_lookup::Cast<NetSNMPTableNode>((*NetSNMPNode::nodeMap_)[name]);
 }

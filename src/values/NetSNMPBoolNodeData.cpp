@@ -11,8 +11,9 @@ NetSNMPBoolNodeData::NetSNMPBoolNodeData(bool* storage, eNodeAccessMode mode,
     : NetSNMPNodeData(eNodeDataBool, mode, tableData ? nullptr : storage,
                       owner) {
   tableData_ = tableData;
-  if (copyLocal && storage != nullptr)
+  if (copyLocal && storage != nullptr) {
     NetSNMPBoolNodeData::CopyLocalData(*storage);
+  }
 }
 
 NetSNMPBoolNodeData::NetSNMPBoolNodeData(const NetSNMPBoolNodeData& source)

@@ -10,8 +10,9 @@ NetSNMPIntNodeData::NetSNMPIntNodeData(int* storage, eNodeAccessMode mode,
     : NetSNMPNodeData(eNodeDataInt, mode, tableData ? nullptr : storage,
                       owner) {
   tableData_ = tableData;
-  if (copyLocal && storage != nullptr)
+  if (copyLocal && storage != nullptr) {
     NetSNMPIntNodeData::CopyLocalData(*storage);
+  }
 }
 
 NetSNMPIntNodeData::NetSNMPIntNodeData(const NetSNMPIntNodeData& source)

@@ -12,8 +12,9 @@ NetSNMPStringNodeData::NetSNMPStringNodeData(std::string* storage,
     : NetSNMPNodeData(eNodeDataString, mode, tableData ? nullptr : storage,
                       owner) {
   tableData_ = tableData;
-  if (copyLocal && storage != nullptr)
+  if (copyLocal && storage != nullptr) {
     NetSNMPStringNodeData::CopyLocalData(*storage);
+  }
 }
 
 NetSNMPStringNodeData::NetSNMPStringNodeData(

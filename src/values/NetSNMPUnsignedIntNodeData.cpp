@@ -12,8 +12,9 @@ NetSNMPUnsignedIntNodeData::NetSNMPUnsignedIntNodeData(unsigned int* storage,
     : NetSNMPNodeData(eNodeDataUnsignedInt, mode, tableData ? nullptr : storage,
                       owner) {
   tableData_ = tableData;
-  if (copyLocal && storage != nullptr)
+  if (copyLocal && storage != nullptr) {
     NetSNMPUnsignedIntNodeData::CopyLocalData(*storage);
+  }
 }
 
 NetSNMPUnsignedIntNodeData::NetSNMPUnsignedIntNodeData(

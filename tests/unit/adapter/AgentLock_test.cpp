@@ -17,7 +17,7 @@ namespace {
 
 unsigned long TurnNow() {
   const NetSNMPAgentGuard guard;
-  return AgentLockTurn();
+  return agent_lock::Turn();
 }
 
 // Whether `call` takes the lock, once, and gives it back.

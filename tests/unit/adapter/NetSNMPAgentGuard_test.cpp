@@ -24,7 +24,7 @@ using testing::ElementsAre;
 // The turn that a new request for the lock would get.
 unsigned long TurnNow() {
   const NetSNMPAgentGuard guard;
-  return AgentLockTurn();
+  return agent_lock::Turn();
 }
 
 // Whether a thread of this process waits for something.
@@ -57,7 +57,7 @@ TEST(AGuard, NestsWithoutHandingTheLockOver) {
     const NetSNMPAgentGuard outer;
     EXPECT_EQ(TurnNow(), turn + 1);
     EXPECT_EQ(TurnNow(), turn + 1);
-    EXPECT_EQ(AgentLockTurn(), turn + 1);
+    EXPECT_EQ(agent_lock::Turn(), turn + 1);
   }
   EXPECT_EQ(TurnNow(), turn + 2);
 }

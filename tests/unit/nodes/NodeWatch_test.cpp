@@ -1,7 +1,4 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
-#include <memory>
-#include <thread>
-
 #include "nodes/Watch.h"
 
 #include <memory>
