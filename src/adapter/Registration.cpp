@@ -21,9 +21,9 @@ class LookupCacheSize {
 
 }  // namespace
 
-bool registration::IsRegistered(const netsnmp_handler_registration* registration,
-                                const unsigned long* oid,
-                                unsigned int oidLen) {
+bool registration::IsRegistered(
+    const netsnmp_handler_registration* registration, const unsigned long* oid,
+    unsigned int oidLen) {
   if (registration == nullptr) return false;
   const NetSNMPAgentGuard guard;
   const netsnmp_subtree* subtree =

@@ -67,7 +67,8 @@ bool NetSNMPTableNode::RegisterNode() {
     node_registration::Log(*this, "Net-SNMP table node registration failed.");
     return false;
   }
-  node_registration::Log(*this, "Net-SNMP table node registration was successful.");
+  node_registration::Log(*this,
+                         "Net-SNMP table node registration was successful.");
   const Watch watch(this);
   RegisterEntryNode();
   return watch.Alive() && registered_;
@@ -89,9 +90,9 @@ void NetSNMPTableNode::UnregisterNode() {
     const bool withdrawn = heldRegistration_ != nullptr &&
                            NetSNMP::snmp_succeeded(Withdraw()) != 0;
     if (!watch.Alive()) return;
-    node_registration::Log(*this, withdrawn
-                       ? "Net-SNMP table node unregistration was successful."
-                       : "Net-SNMP table node unregistration failed.");
+    node_registration::Log(
+        *this, withdrawn ? "Net-SNMP table node unregistration was successful."
+                         : "Net-SNMP table node unregistration failed.");
   }
   ForgetRegistration();
 }
@@ -122,9 +123,10 @@ void NetSNMPTableNode::RegisterEntryNode() {
     handlerRegistration_ = nullptr;
     heldRegistration_ = nullptr;
   }
-  node_registration::Log(*this, iteratorRegistered_
-                     ? "Net-SNMP table iterator registration was successful."
-                     : "Net-SNMP table iterator registration failed.");
+  node_registration::Log(
+      *this, iteratorRegistered_
+                 ? "Net-SNMP table iterator registration was successful."
+                 : "Net-SNMP table iterator registration failed.");
 }
 
 void NetSNMPTableNode::TableEntryNode(NetSNMPTableEntryNode* entry) {

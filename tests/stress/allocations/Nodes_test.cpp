@@ -9,8 +9,8 @@
 #include "adapter/InUse.h"
 #include "support/DataNodeTest.h"
 #include "support/KeptDataSets.h"
-#include "support/PduInHand.h"
 #include "support/Request.h"
+#include "support/ServedPdu.h"
 #include "support/Values.h"
 
 namespace {
@@ -110,7 +110,7 @@ TEST_F(ANode, IsDestroyedWithoutMemoryWhileARequestAddressesIt) {
   WithEachAllocationFailing([&](const auto& fail) {
     BuildFanSpeed();
     {
-      const PduInHand pdu(kFanSpeedOid);
+      const ServedPdu pdu(kFanSpeedOid);
       EXPECT_TRUE(fail([] { NetSNMPNode::DeleteNodes(); }));
       EXPECT_NE(LocalAgent::RegistrationAt(kFanSpeedOid), nullptr);
     }

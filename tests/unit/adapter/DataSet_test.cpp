@@ -1,11 +1,12 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#include "adapter/DataSet.h"
+
 #include <gmock/gmock.h>
 
 #include <string>
 #include <vector>
 
 #include "NetSNMP.h"
-#include "adapter/DataSet.h"
 #include "support/LocalAgent.h"
 #include "support/Oid.h"
 

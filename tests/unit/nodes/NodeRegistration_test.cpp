@@ -1,20 +1,19 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
-#include "adapter/Deferred.h"
-
 #include <stdexcept>
 #include <string>
 
+#include "adapter/Deferred.h"
 #include "support/DataNodeTest.h"
-#include "support/PduInHand.h"
+#include "support/ServedPdu.h"
 
 namespace {
 
 using testing::ElementsAre;
 using testing::HasSubstr;
 
-class ANodeInHand : public DataNodeTest {
+class ANodeInUse : public DataNodeTest {
  protected:
-  ~ANodeInHand() override { deferred::Run(); }
+  ~ANodeInUse() override { deferred::Run(); }
 
   bool IsRegistered() const {
     return LocalAgent::RegistrationAt(kFanSpeedOid) != nullptr;
@@ -26,10 +25,10 @@ class ANodeInHand : public DataNodeTest {
                               [](const std::string&) {});
   }
 
-  // Deletes it while a PDU names it.
-  void DeleteInHand() {
+  // Deletes it while a PDU addresses it.
+  void DeleteInUse() {
     NetSNMPNode* const node = BuildFanSpeed();
-    const PduInHand pdu(kFanSpeedOid);
+    const ServedPdu pdu(kFanSpeedOid);
     delete node;
     deferred::Run();
     EXPECT_TRUE(IsRegistered());
@@ -37,16 +36,16 @@ class ANodeInHand : public DataNodeTest {
   }
 };
 
-TEST_F(ANodeInHand, IsWithdrawnAfterwards) {
-  DeleteInHand();
+TEST_F(ANodeInUse, IsWithdrawnAfterwards) {
+  DeleteInUse();
   deferred::Run();
   EXPECT_FALSE(IsRegistered());
   EXPECT_FALSE(IsDeferred());
 }
 
-TEST_F(ANodeInHand, LogsItsWithdrawalWhenItIsDeleted) {
+TEST_F(ANodeInUse, LogsItsWithdrawalWhenItIsDeleted) {
   NetSNMPNode* const node = BuildFanSpeed();
-  const PduInHand pdu(kFanSpeedOid);
+  const ServedPdu pdu(kFanSpeedOid);
   log_.Lines();
   delete node;
   EXPECT_THAT(log_.Lines(),
@@ -54,25 +53,25 @@ TEST_F(ANodeInHand, LogsItsWithdrawalWhenItIsDeleted) {
                   "Net-SNMP data node unregistration was successful.")));
 }
 
-TEST_F(ANodeInHand, OfAPduBelowAnotherIsInHandToo) {
+TEST_F(ANodeInUse, OfAPduBelowAnotherIsInUseToo) {
   NetSNMPNode* const node = BuildFanSpeed();
   Build(kOtherOid, "other", NetSNMPIntNodeData(&speed_, eNodeAccessReadOnly));
-  const PduInHand outer(kFanSpeedOid);
-  const PduInHand inner(kOtherOid);
+  const ServedPdu outer(kFanSpeedOid);
+  const ServedPdu inner(kOtherOid);
   delete node;
   EXPECT_TRUE(IsRegistered());
 }
 
-TEST_F(ANodeInHand, IsNotWithdrawnFromAnAgentLibraryThatWasShutDown) {
-  DeleteInHand();
+TEST_F(ANodeInUse, IsNotWithdrawnFromAnAgentLibraryThatWasShutDown) {
+  DeleteInUse();
   deferred::Drop();
   EXPECT_FALSE(IsDeferred());
   deferred::Run();
   EXPECT_TRUE(IsRegistered());
 }
 
-TEST_F(ANodeInHand, IsSucceededByTheNodeBuiltLastOnly) {
-  DeleteInHand();
+TEST_F(ANodeInUse, IsSucceededByTheNodeBuiltLastOnly) {
+  DeleteInUse();
   EXPECT_FALSE(BuildFanSpeed()->registered_);
   delete NetSNMPNode::nodeMap_->at("fanSpeed");
   EXPECT_FALSE(Build(kFanSpeedOid, "last",
@@ -83,13 +82,13 @@ TEST_F(ANodeInHand, IsSucceededByTheNodeBuiltLastOnly) {
   EXPECT_TRUE(IsRegistered());
 }
 
-TEST_F(ANodeInHand, IsSucceededAlthoughAnotherThrowsWhenItIsRegistered) {
+TEST_F(ANodeInUse, IsSucceededAlthoughAnotherThrowsWhenItIsRegistered) {
   class Thrower : public NetSNMPDataNode {
    public:
     using NetSNMPDataNode::NetSNMPDataNode;
     bool RegisterNode() override { throw std::runtime_error("not today"); }
   };
-  DeleteInHand();
+  DeleteInUse();
   Oid oid = kFanSpeedOid;
   new Thrower(oid.data(), Length(oid), "a thrower",
               NetSNMPIntNodeData(&speed_, eNodeAccessReadOnly), nullptr, "");
