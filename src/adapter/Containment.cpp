@@ -14,7 +14,7 @@ void containment::NoteInterruption() noexcept {
   } catch (const boost::thread_interrupted&) {
     interrupted = true;
   } catch (...) {
-    // Any other exception ends with its log line.
+    // Any other exception is only logged.
   }
 }
 

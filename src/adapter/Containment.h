@@ -4,20 +4,20 @@
 
 #include <string>
 
-// Keeps exceptions of the application out of the agent library's C frames,
-// which could not be unwound. A handler, hook or event callback runs its body
-// in Contain().
+// Catches exceptions of the application before they reach the agent library's C
+// frames, which cannot be unwound. A handler, hook or event callback runs its
+// body in Contain().
 namespace containment {
 
-// Notes, if the exception being handled is the interruption of a thread, that
-// RaisePendingInterruption() has to raise it again.
+// If the exception being handled is the interruption of a thread, records it
+// for RaisePendingInterruption().
 void NoteInterruption() noexcept;
 
 // The exception being handled, as text for a log line.
 std::string DescribeException();
 
-// Runs `body`. When it throws, calls `log` with a text that says what, drops
-// what `log` throws, and returns false.
+// Runs `body`. When it throws, calls `log` with the text of the exception,
+// drops what `log` throws, and returns false.
 template <typename Body, typename Log>
 bool Contain(const Body& body, const Log& log) noexcept {
   try {
@@ -34,8 +34,8 @@ bool Contain(const Body& body, const Log& log) noexcept {
   }
 }
 
-// Throws boost::thread_interrupted if one was contained on this thread since
-// the last call.
+// Throws boost::thread_interrupted if one was caught on this thread since the
+// last call.
 void RaisePendingInterruption();
 
 }  // namespace containment

@@ -149,7 +149,7 @@ void deferred::Run() {
     withdrawn = true;
   }
   if (!withdrawn) return;
-  // One whose OID is still occupied waits again.
+  // A node whose OID is still occupied waits again.
   for (const auto& [name, retry] : std::exchange(Waiting(), {})) retry(name);
 }
 

@@ -29,7 +29,7 @@ void ClearDataSet(netsnmp_table_data_set_s* set,
 
 // Whether a registration whose withdrawal was deferred still occupies the OID.
 // If so, `retry` is called with `name` as soon as it has been withdrawn; once,
-// however often it was asked for. Returns false without memory for it.
+// however often it was requested. Returns false without memory for it.
 bool WhenFree(const unsigned long* oid, unsigned int oidLen,
               const std::string& name, void (*retry)(const std::string& name));
 

@@ -11,7 +11,7 @@ struct netsnmp_request_info_s;
 // a registration, and calls through them,
 //
 // - while it processes a PDU that addresses the registration,
-// - from the first phase of a SET that names one of its objects to the last,
+// - from the first to the last phase of a SET that addresses it,
 // - while it waits for the response to the registration itself, since it serves
 //   requests during that wait.
 //

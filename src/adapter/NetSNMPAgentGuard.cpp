@@ -10,10 +10,9 @@
 
 namespace {
 
-// A recursive lock that is handed over in the order of asking. A plain mutex
-// would let the event loop, which asks again as soon as it has let go, starve
-// everybody. The loop asks twice a pass and mostly alone: it then takes no
-// mutex.
+// A fair recursive lock: threads get it in the order of their requests. With a
+// plain mutex the event loop, which requests it again right after releasing it,
+// would starve all others. Without contention it takes no mutex.
 class FairLock {
  public:
   void Take() {
@@ -44,7 +43,7 @@ class FairLock {
     turn_.wait(lock, [&] { return serving_.load() == ticket; });
   }
 
-  // A thread whose ticket is not seen here sees the new turn, and does not
+  // A thread whose ticket is not visible here sees the new turn, and does not
   // wait.
   void PassTurnOn() {
     const unsigned long next = serving_.load(std::memory_order_relaxed) + 1;
@@ -58,8 +57,8 @@ class FairLock {
   std::condition_variable turn_;
   std::atomic<unsigned long> nextTicket_{0};
   std::atomic<unsigned long> serving_{0};
-  // Each thread knows whether it is the one. A count of its own for each would
-  // cost a look-up of thread-local storage with every guard.
+  // The thread that has the lock, or none. A count per thread would cost a
+  // look-up of thread-local storage for every guard.
   std::atomic<std::thread::id> holder_{};
   unsigned int depth_ = 0;  // how often the holder has it
 };

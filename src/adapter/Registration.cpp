@@ -40,8 +40,8 @@ int NetSNMP::create_snmp_handler_registration(
                    netsnmp_agent_request_info*, netsnmp_request_info*),
     unsigned long* oid, unsigned int oidLen, int modes) {
   const NetSNMPAgentGuard guard;
-  // The agent library keeps the length in 8 bits: 256 would wrap to 0 and hide
-  // everything else that the master agent serves.
+  // The agent library stores the length in 8 bits: 256 would wrap to 0 and
+  // cover everything that the master agent serves.
   *reg = oidLen > MAX_OID_LEN ? nullptr
                               : netsnmp_create_handler_registration(
                                     name, handler, oid, oidLen, modes);

@@ -21,8 +21,8 @@ long NativeInteger(const unsigned char* bytes, std::size_t size) {
   return number;
 }
 
-// The integer of a varbind, narrowed to 32 bits. The agent library keeps
-// integers in a long; an octet string of 4 bytes counts as one too.
+// The integer of a varbind, narrowed to 32 bits. The agent library stores
+// integers in a long; an octet string of 4 bytes is treated as one, too.
 int IntegerOf(const variable_list& var) {
   return static_cast<int>(NativeInteger(
       var.val.string, std::min<std::size_t>(var.val_len, sizeof(long))));
@@ -42,8 +42,8 @@ bool IsTruthValue(int number) {
   return number == truth_value::kTrue || number == truth_value::kFalse;
 }
 
-// The text of a varbind up to its first NUL. A SET's varbind may come without
-// one: reading ends with what the varbind owns.
+// The text of a varbind up to its first NUL. A SET's varbind may have none:
+// reading stops at the end of its buffer.
 std::string TextOf(const variable_list& var) {
   const auto* const text = reinterpret_cast<const char*>(var.val.string);
   const std::size_t owned =
@@ -58,8 +58,9 @@ bool IsTooLong(const variable_list& var, const NetSNMPNodeData& value) {
   return sized != nullptr && !sized->Fits(TextOf(var).size());
 }
 
-// The setter with a length is a no-op in the library, so a byte buffer stays as
-// it is; an application's override is promised as many bytes as the value has.
+// The setter that takes a length does nothing in the library, so a byte buffer
+// does not change. An application-defined override gets as many bytes as the
+// value has.
 void CommitBytes(const variable_list& var, NetSNMPNodeData& value) {
   const unsigned int size = value.NodeValueSize();
   if (var.val_len >= size) {

@@ -55,8 +55,8 @@ void NetSNMP::delete_snmp_variable_list(variable_list** list) {
 variable_list* NetSNMP::add_snmp_varlist_variable(
     variable_list** list, const unsigned long* name, unsigned int nameLen,
     unsigned char type, unsigned char* value, unsigned int valueLen) {
-  // The agent library keeps lengths of OIDs in bytes of 8 bits and would send
-  // something else than it was given.
+  // The agent library stores lengths of OIDs in 8 bits and would send another
+  // OID.
   const bool tooLong =
       nameLen > MAX_OID_LEN ||
       (type == ASN_OBJECT_ID && valueLen > MAX_OID_LEN * sizeof(oid));

@@ -34,6 +34,6 @@ int var_instance_handler(netsnmp_mib_handler_s* handler,
             node_lookup::Find<NetSNMPDataNode>(handler->handler_name);
         if (node != nullptr) node->NodeLogMessage(what);
       });
-  // The first request only: the agent library hands a scalar one at a time.
+  // Only the first request: the agent library passes a scalar one at a time.
   return NetSNMP::set_snmp_request_error(reqinfo, requests, status);
 }

@@ -55,8 +55,9 @@ NetSNMPDataNode::NetSNMPDataNode(const NetSNMPAgentGuard&, unsigned long* oid,
 
 NetSNMPDataNode::~NetSNMPDataNode() {
   const NetSNMPAgentGuard guard;
-  // Left here and not only in the base, so that nobody finds what remains: a
-  // callback may build a node of this name while the withdrawal waits.
+  // Not only in the base class: a callback may build a node of this name while
+  // the withdrawal waits for the master agent, and must not find a
+  // half-destroyed one.
   LeaveRegistry();
   NetSNMPDataNode::UnregisterNode();
   delete nodeData_;

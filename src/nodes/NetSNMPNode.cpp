@@ -21,9 +21,9 @@ NetSNMPNode* Find(const std::string& name) {
   return entry == NetSNMPNode::nodeMap_->end() ? nullptr : entry->second;
 }
 
-// Calls `visit` with each node, in the order of their names. What a visit does
-// may change the registry, up to removing it, so the walk goes on from the name
-// and not from the place.
+// Calls `visit` with each node, in the order of their names. `visit` may change
+// the registry, up to removing it, so the walk continues from the name and not
+// from the iterator.
 template <typename Visit>
 void ForEachNode(const Visit& visit) {
   const NetSNMPAgentGuard guard;
@@ -88,9 +88,9 @@ void NetSNMPNode::Initialize(unsigned long* oid, unsigned int oidLen) {
   nodeMap_->erase(entry.first);
   delete older;
   mapped_ = false;
-  // The virtual slot is entered once more, and the copy of the OID made already
-  // is not released: both are part of the contract with subclasses. The
-  // caller's OID may have been that of the node just destroyed.
+  // The virtual operation is called once more, and the first copy of the OID is
+  // not released: both are part of the contract with subclasses. The caller's
+  // OID may have been that of the node just destroyed.
   Initialize(nodeOID_, oidLen);
 }
 

@@ -36,6 +36,6 @@ void node_registration::Log(const NetSNMPNode& node, const char* line) {
   try {
     node.NodeLogMessage(line);
   } catch (const std::bad_alloc&) {
-    // There is nobody to tell.
+    // Nobody could be told.
   }
 }

@@ -4,7 +4,7 @@
 
 class NetSNMPNode;
 
-// What scalars and tables of both kinds do alike when they are registered.
+// Shared by scalars and both kinds of table when they are registered.
 //
 // Requires, for all: the lock of NetSNMPAgentGuard.
 namespace node_registration {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 //
-// What a value tells the scalar that owns it.
+// What a value notifies and logs on the scalar that owns it.
 #include <typeinfo>
 
 #include "NetSNMPDataNode.h"

@@ -7,16 +7,16 @@
 class NetSNMPNode;
 class NetSNMPNodeData;
 
-// Tells whether a node, or a row of a table, is still there.
+// Knows whether a node, or a row of a table, still exists.
 //
-// A watch on the stack tells it after a call into the application, whose
-// callback may delete a node or build another one of its name; and after a wait
-// for the master agent, during which such callbacks run. One that is kept with
-// a SET tells it in the later phases, before which another thread may replace
-// or remove the row; its address may then be given to another one.
+// A watch on the stack is for calls into the application, whose callback may
+// delete a node or build another one of its name, and for waits for the master
+// agent, during which such callbacks run. A watch that is kept with a SET is
+// for its later phases: another thread may have replaced or removed the row,
+// and its address may be that of another one.
 //
-// Threads: any. Whoever asks holds off by the lock of NetSNMPAgentGuard those
-// who might destroy the object meanwhile.
+// Threads: any. The lock of NetSNMPAgentGuard keeps others from destroying the
+// object after Alive() was called.
 class Watch {
  public:
   using Row = std::vector<NetSNMPNodeData*>;
@@ -34,7 +34,7 @@ class Watch {
   bool IsOf(const Row* row) const { return alive_ && object_ == row; }
 
   // Called by the destructor of every node, and for every row that a store
-  // gives up.
+  // deletes.
   static void Destroyed(const NetSNMPNode* node);
   static void Destroyed(const Row* row);
 

@@ -17,7 +17,7 @@ namespace {
 
 // Whether an event with the number of a session start is one. Net-SNMP 5.10
 // raises another one with that number, whose argument is a session that is
-// about to be freed. Others than Net-SNMP may raise it without a session.
+// about to be freed. Code other than Net-SNMP's may raise it without a session.
 bool IsSessionStart(void* session) {
   return session == nullptr ||
          snmp_sess_pointer(static_cast<netsnmp_session*>(session)) != nullptr;
@@ -75,9 +75,8 @@ int OnShutdown(int, int, void*, void*) {
   return 0;
 }
 
-// The receivers of one event run in the order of their priorities. Those with
-// the highest or lowest stand before and after the agent library's own and the
-// application's.
+// The receivers of one event run in the order of their priorities: the highest
+// before the agent library's own and the application's, the lowest after them.
 constexpr struct {
   int major;
   int minor;

@@ -4,8 +4,8 @@
 
 class SNMPSubAgent;
 
-// The events of the agent library: all subscriptions stand in one table, with
-// the priority and the receiver of each.
+// The events of the agent library: one table has all subscriptions, with the
+// priority and the receiver of each.
 //
 // Requires, for all: the lock of NetSNMPAgentGuard.
 namespace agent_events {

@@ -17,8 +17,8 @@
 
 namespace {
 
-// The agent library's log takes what the application throws: a receiver has no
-// node to log on.
+// Exceptions of the application go to the agent library's log: a receiver has
+// no node to log on.
 void LogToAgentLibrary(const std::string& what) {
   snmp_log(LOG_ERR, "SNMPSubAgent: %s\n", what.c_str());
 }
@@ -32,10 +32,10 @@ void SetConnected(SNMPSubAgent* subAgent, bool connected) {
   __atomic_store_n(&subAgent->connected_, connected, __ATOMIC_RELEASE);
 }
 
-// Responses are small, and TCP would hold each back until the one before is
+// Responses are small, and TCP would delay each until the one before is
 // acknowledged; a master agent with several outstanding requests would wait.
 void SendAtOnce(void* session) {
-  // Null if somebody else than Net-SNMP raised the event.
+  // Null if the event was not raised by Net-SNMP.
   netsnmp_transport* const transport = snmp_sess_transport(
       snmp_sess_pointer(static_cast<netsnmp_session*>(session)));
   if (transport == nullptr) return;
@@ -56,8 +56,7 @@ void OnSessionStart(SNMPSubAgent* subAgent, void* session) {
 }
 
 // The session may be lost again while the application registers its nodes. The
-// receivers, who do not know of it yet, are then told first of its start and
-// then of its loss.
+// receivers, which do not know of it yet, then get first 1 and then 0.
 void OnSessionStop(SNMPSubAgent* subAgent) {
   if (agentSession.announcing) {
     agentSession.lostWhileAnnounced = true;

@@ -80,8 +80,8 @@ void SNMPSubAgent::process() {
   } else if (IsFailure(result, error, waitSet)) {
     LogXMessage(kLogLevel,
                 "SNMPSubAgent::process(): " + FailureText(result, error));
-    // Without a thread of its own the pass was called by the application, which
-    // goes on as it likes.
+    // Without a subagent thread the application has called process(), and may
+    // continue.
     if (thread_) thread_->interrupt();
   }
   deferred::Run();

@@ -15,7 +15,7 @@ class InterruptionPoints {
  public:
   InterruptionPoints() : thread_(boost::detail::get_current_thread_data()) {}
 
-  // Throws boost::thread_interrupted if it was asked for. Reading the flag
+  // Throws boost::thread_interrupted if it was requested. Reading the flag
   // without the mutex may miss a request made this moment, which the next point
   // then sees; Boost's point does the rest under the mutex.
   void Pass() const {
@@ -26,7 +26,7 @@ class InterruptionPoints {
   }
 
  private:
-  // Null on a thread that Boost did not start, which nobody can interrupt.
+  // Null on a thread that Boost did not start, which cannot be interrupted.
   const boost::detail::thread_data_base* const thread_;
 };
 

@@ -20,8 +20,8 @@ namespace reply_timeout {
 // than `timeout`. Requires: the agent library is not set up yet.
 void Set(std::chrono::microseconds timeout, int retries);
 
-// Gives a session that is being made its timeout and retries, if it is an
-// AgentX session and they were set.
+// Sets timeout and retries of a session that is being created, if it is an
+// AgentX session and they were chosen.
 void ApplyTo(snmp_session* session);
 
 // Watches the transport of a session that has come up. Does nothing if no

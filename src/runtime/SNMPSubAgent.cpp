@@ -22,20 +22,20 @@
 namespace {
 
 // Entries of the agent library's look-up cache. Each request compares its OID
-// with all of them, and walks on from the one found: with its own 8, a GET
-// among 5,000 scalars takes half as long again, with 32 one among 100 is
+// with all of them, and walks on from the best match. With the default of 8, a
+// GET among 5,000 scalars takes half as long again; with 32, a GET among 100 is
 // slower.
 constexpr int kLookupCacheSize = 16;
 
 // The TCP port of a master agent's AgentX socket (RFC 2741).
 constexpr int kAgentXPort = 705;
 
-// The longest reply timeout that a long holds in microseconds anywhere.
+// The longest reply timeout: in microseconds it fits in a long of 32 bits.
 constexpr std::chrono::minutes kLongestReplyTimeout(30);
 
 constexpr std::chrono::hours kLongestPingInterval(24);
 
-// Set once the agent library is set up, for good. Guarded by the lock of
+// Set once the agent library is set up, and never reset. Guarded by the lock of
 // NetSNMPAgentGuard, because each subagent has a mutex of its own.
 bool agentInitialized = false;
 
@@ -45,8 +45,8 @@ std::string SocketText(const std::string& address, int port) {
   return "tcp:" + host + ":" + std::to_string(port);
 }
 
-// Requires: the agent library has its own default. What its configuration file
-// says comes later and wins.
+// Requires: the agent library has its own default. The configuration file is
+// read later and wins.
 void ApplyPingInterval(const SNMPSubAgent& subAgent) {
   if (subAgent.pingInterval_.count() == 0) return;
   // An attempt to connect that takes longer than the interval is due again when
@@ -73,8 +73,8 @@ void SetUpAgentLibrary(SNMPSubAgent* subAgent) {
   init_agent(subAgent->agentName_.c_str());
   ApplyPingInterval(*subAgent);
   agent_events::Subscribe(subAgent);
-  // The agent library looks registrations up one after the other. Its cache,
-  // which only a master agent turns on, remembers where the last ones were.
+  // The agent library searches registrations linearly. Its cache, which only a
+  // master agent turns on, remembers where the last ones were.
   netsnmp_set_lookup_cache_size(kLookupCacheSize);
   NetSNMPNode::snmpSubAgent_ = subAgent;
   init_snmp(subAgent->agentName_.c_str());
@@ -98,7 +98,7 @@ SNMPSubAgent::SNMPSubAgent(const std::string& name,
 
 SNMPSubAgent::~SNMPSubAgent() {
   {
-    // From here on an event would find no override to call.
+    // From here on there is no override that an event could call.
     const NetSNMPAgentGuard guard;
     live_subagents::Remove(this);
   }
@@ -114,10 +114,10 @@ int SNMPSubAgent::Start() {
   const boost::lock_guard<boost::mutex> lock(mutex_);
   if (thread_) return 2;
   if (wakeDescriptor_ < 0) {
-    // Without one, an idle thread is found stopped at the end of its wait.
+    // Without one, an idle thread stops at the end of its wait.
     wakeDescriptor_ = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
   }
-  // Once it runs, nothing may fail that would leave it without its handle.
+  // Once the thread runs, nothing may fail that would lose its handle.
   boost::shared_ptr<boost::thread> thread(new boost::thread);
   *thread = boost::thread([this] { threadProc(); });
   thread_ = thread;
@@ -132,7 +132,7 @@ int SNMPSubAgent::Stop() {
   try {
     thread_->join();
   } catch (const boost::thread_interrupted&) {
-    // The caller's own interruption must not keep it from its 0.
+    // An interruption of the caller must not change the result.
   }
   // The finished thread stays: a stopped subagent is not started again.
   return 0;
@@ -185,7 +185,7 @@ void SNMPSubAgent::threadProc() {
     // Stop(), or a select() that failed.
   }
   // Stop() holds the mutex while it waits for this thread and keeps the handle;
-  // a loop that ended by itself gives it up and can be started again.
+  // a loop that ended by itself resets it, and can be started again.
   const boost::unique_lock<boost::mutex> lock(mutex_, boost::try_to_lock);
   if (lock) thread_.reset();
 }

@@ -8,9 +8,9 @@
 
 namespace {
 
-// Whether the agent library's descriptors went beyond an fd_set when it was
-// asked last. It is then asked for the large set at once, since it logs a line
-// whenever it is asked for one that is too small. Guarded by the lock.
+// Whether the agent library's descriptors did not fit in an fd_set last time.
+// If so, the large set is used at once, since Net-SNMP logs a line for each set
+// that is too small. Guarded by the lock.
 bool beyondSet = false;
 
 }  // namespace

@@ -13,7 +13,7 @@
 // gets Net-SNMP's large set instead.
 class WaitSet {
  public:
-  // Waits no longer than this, whatever the agent library says.
+  // Waits no longer than this, whatever the agent library's next deadline.
   explicit WaitSet(const timeval& longestWait) : timeout_(longestWait) {
     FD_ZERO(&descriptors_);
   }
@@ -25,15 +25,15 @@ class WaitSet {
   // its next deadline.
   void AskAgentLibrary();
 
-  // Adds one that ends the wait when it is readable; -1, and one that an fd_set
-  // has no room for, are passed over.
+  // Adds a descriptor that ends the wait when it is readable. Ignores -1, and
+  // one that does not fit in an fd_set.
   void WakeBy(int descriptor);
 
   // Does not wait at all.
   void DoNotWait() { timeout_ = {0, 0}; }
 
-  // Whether another thread used the agent library since it was asked, and may
-  // have closed a descriptor. Requires: the lock.
+  // Whether another thread has used the agent library since its descriptors
+  // were added, and may have closed one. Requires: the lock.
   bool Outdated() const;
 
   // Result and errno of select().

@@ -13,8 +13,8 @@
 
 namespace {
 
-// The column that every value behind the index is written to, one over the
-// other: a row of the dataset shows its last value.
+// The column that every value behind the index overwrites: a row of the dataset
+// shows its last value.
 constexpr unsigned int kValueColumn = 2;
 
 void WriteIndex(netsnmp_table_row* row, const NetSNMPNodeData& value) {

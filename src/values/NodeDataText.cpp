@@ -34,7 +34,7 @@ std::string HexText(const unsigned char* bytes, unsigned int size) {
 std::string NetSNMPNodeData::NodeDataToString() const {
   const void* const storage = NodeDataValue();
   if (dataType_ == eNodeDataVoid) return "void";
-  // The address, not the number: log readers tell values apart by it.
+  // The address, not the number: readers of the log identify values by it.
   if (dataType_ == eNodeDataUnsignedInt) return AddressText(storage);
   if (storage == nullptr) return "";
   switch (dataType_) {
