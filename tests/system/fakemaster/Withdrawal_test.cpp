@@ -63,7 +63,7 @@ NetSNMPNode* Node(const std::string& name) {
 }
 
 // Whether the agent library has a registration at `oid`.
-bool IsHeld(const Oid& oid) {
+bool IsKnownToAgentLibrary(const Oid& oid) {
   const NetSNMPAgentGuard guard;
   const std::vector<unsigned long> name(oid.begin(), oid.end());
   const netsnmp_subtree* const subtree =
@@ -75,14 +75,14 @@ bool IsHeld(const Oid& oid) {
 
 // Whether the agent library still had the registrations of all nodes that
 // Delete() deleted.
-std::atomic<bool> held;
+std::atomic<bool> stillKnown;
 
 void Delete(const char* name) {
   const NetSNMPNode& node = *Node(name);
   const Oid oid(node.nodeOID_, node.nodeOID_ + node.nodeOIDLen_);
   const bool registered = node.registered_;
   delete &node;
-  if (registered) held = held && IsHeld(oid);
+  if (registered) stillKnown = stillKnown && IsKnownToAgentLibrary(oid);
 }
 
 // Shared by callbacks and the test, which must not wait for the library's lock:
@@ -113,7 +113,7 @@ void OnWrite(NetSNMPDataNode* node) {
 class ANode : public FakeMasterTest {
  protected:
   ANode() {
-    held = true;
+    stillKnown = true;
     Connect();
     AsApplication(1, [] {
       AddScalar(2, "called", NetSNMPIntNodeData(&level, eNodeAccessReadWrite),
@@ -138,9 +138,9 @@ class ANode : public FakeMasterTest {
 
   // Deferred withdrawals are made before the last response is sent.
   void ExpectWithdrawnInTime(const Oid& oid) {
-    EXPECT_TRUE(held);
+    EXPECT_TRUE(stillKnown);
     EXPECT_FALSE(IsRegistered(oid));
-    EXPECT_FALSE(IsHeld(oid));
+    EXPECT_FALSE(IsKnownToAgentLibrary(oid));
   }
 
   Varbind Get(const Oid& oid) {
@@ -196,11 +196,11 @@ TEST_F(ANode, MayBeDeletedByTheCallbackOfAnotherOfItsSet) {
   EXPECT_EQ(Get(Scalar(2)), Integer(Scalar(2), 8));
 }
 
-TEST_F(ANode, IsWithdrawnAtOnceWhenNoRequestNamesIt) {
+TEST_F(ANode, IsWithdrawnAtOnceWhenNoRequestAddressesIt) {
   AsApplication(1, [] { AddIntScalar(3, "other", 1); });
   OnUse([] { Delete("other"); });
   EXPECT_EQ(session_->Set({Integer(Scalar(2), 8)}).error, kNoError);
-  EXPECT_FALSE(held);
+  EXPECT_FALSE(stillKnown);
   EXPECT_FALSE(IsRegistered(Scalar(3)));
 }
 
@@ -213,7 +213,7 @@ TEST_F(ANode, MayBeReplacedByItsOwnCallback) {
       level = 77;
     });
     EXPECT_EQ(session_->Set({Integer(Scalar(2), 8)}).error, kNoError);
-    EXPECT_TRUE(held);
+    EXPECT_TRUE(stillKnown);
     ExpectToBeServed(Integer(Scalar(2), 77));
   }
 }
@@ -242,7 +242,7 @@ TEST_F(ANode, MayBeReplacedByADataSet) {
     support::AddDataSetTable(3, "dataset", Values(Unsigned(0), Int(0)));
   });
   session_->Set({Integer(Cell(1), 8)});
-  EXPECT_TRUE(held);
+  EXPECT_TRUE(stillKnown);
   session_->ServeUntil([&] { return IsRegistered(Table()); });
 }
 
@@ -275,7 +275,7 @@ TEST_F(ANode, WithoutSuccessorLeavesItsOidFree) {
 TEST_F(ANode, DeletedInASetThatNeverEndsGoesWithItsConnection) {
   session_->Ask(TestSet{{Integer(Scalar(2), 8)}}, kSet);
   AsApplication(0, [] { Delete("called"); });
-  EXPECT_TRUE(held);
+  EXPECT_TRUE(stillKnown);
   session_.reset();
   session_ = master_.AcceptServing(kRegistered - 1);
   EXPECT_FALSE(IsRegistered(Scalar(2)));
@@ -321,7 +321,7 @@ TEST_F(ANode, MayBeATableBetweenThePhasesOfASetThatFails) {
   }
 }
 
-TEST_F(ANode, IsNoLongerHeldByASetThatFailed) {
+TEST_F(ANode, IsNoLongerUsedByASetThatFailed) {
   for (const Varbind& first : kBadWrites) {
     ServeTable();
     session_->Ask(TestSet{{first, Integer(Cell(2), 9)}}, kSet);
@@ -331,12 +331,12 @@ TEST_F(ANode, IsNoLongerHeldByASetThatFailed) {
       Delete("row");
     });
     EXPECT_EQ(session_->Set({Integer(Scalar(2), 8)}).error, kNoError);
-    EXPECT_FALSE(held);
-    held = true;
+    EXPECT_FALSE(stillKnown);
+    stillKnown = true;
   }
 }
 
-TEST_F(ANode, IsNoLongerHeldByASetThatIsUndone) {
+TEST_F(ANode, IsNoLongerUsedByASetThatIsUndone) {
   AsApplication(1, [this] {
     AddScalar(3, "other", NetSNMPIntNodeData(&other_, eNodeAccessReadWrite));
   });
@@ -345,7 +345,7 @@ TEST_F(ANode, IsNoLongerHeldByASetThatIsUndone) {
   session_->Ask(UndoSet{}, kSet);
   OnUse([] { Delete("other"); });
   EXPECT_EQ(session_->Set({Integer(Scalar(2), 8)}).error, kNoError);
-  EXPECT_FALSE(held);
+  EXPECT_FALSE(stillKnown);
 }
 
 TEST_F(ANode, MayBeTheTableOfACellThatIsRead) {
@@ -480,10 +480,10 @@ class ANodeThatWaits : public ANode {
   }
 
   void ExpectToBeWithdrawn(const Oid& oid) {
-    EXPECT_TRUE(held);
+    EXPECT_TRUE(stillKnown);
     session_->ServeUntil([&] { return !IsRegistered(oid); });
     EXPECT_EQ(Get(oid).value.type, Type::kNoSuchObject);
-    EXPECT_FALSE(IsHeld(oid));
+    EXPECT_FALSE(IsKnownToAgentLibrary(oid));
   }
 };
 
@@ -521,7 +521,7 @@ TEST_F(ANodeThatWaits, MayBeADataSetThatIsDeletedWhileItIsRegistered) {
   AsApplication(1, [] { delete Node("table"); });
   Do([] { support::AddDataSetTable(3, "late", Values(Unsigned(0), Int(0))); },
      [] { Delete("late"); });
-  EXPECT_TRUE(held);
+  EXPECT_TRUE(stillKnown);
   EXPECT_EQ(Get(Cell(1)).value.type, Type::kNoSuchInstance);
 }
 
