@@ -7,23 +7,18 @@ struct row {
   struct bench_values values;
 };
 
+static const struct bench_values* values_of_row(netsnmp_request_info* request) {
+  const struct row* const row = netsnmp_container_table_row_extract(request);
+  return row == NULL ? NULL : &row->values;
+}
+
 static int handle_table(netsnmp_mib_handler* handler,
                         netsnmp_handler_registration* registration,
                         netsnmp_agent_request_info* info,
                         netsnmp_request_info* requests) {
   (void)handler;
   (void)registration;
-  for (; requests != NULL; requests = requests->next) {
-    const struct row* row;
-    if (requests->processed) continue;
-    row = netsnmp_container_table_row_extract(requests);
-    if (row == NULL) {
-      netsnmp_set_request_error(info, requests, SNMP_NOSUCHINSTANCE);
-    } else {
-      write_value(requests->requestvb, &row->values, requested_type(requests));
-    }
-  }
-  return SNMP_ERR_NOERROR;
+  return answer_cells(info, requests, values_of_row);
 }
 
 void register_container(unsigned int rows) {

@@ -35,22 +35,18 @@ static netsnmp_variable_list* get_next(void** loop_context, void** data_context,
   return hand_out(row->next, loop_context, data_context, indexes);
 }
 
+static const struct bench_values* values_of_row(netsnmp_request_info* request) {
+  const struct row* const row = netsnmp_extract_iterator_context(request);
+  return row == NULL ? NULL : &row->values;
+}
+
 static int handle_table(netsnmp_mib_handler* handler,
                         netsnmp_handler_registration* registration,
                         netsnmp_agent_request_info* info,
                         netsnmp_request_info* requests) {
   (void)handler;
   (void)registration;
-  for (; requests != NULL; requests = requests->next) {
-    const struct row* const row = netsnmp_extract_iterator_context(requests);
-    if (requests->processed) continue;
-    if (row == NULL) {
-      netsnmp_set_request_error(info, requests, SNMP_NOSUCHINSTANCE);
-    } else {
-      write_value(requests->requestvb, &row->values, requested_type(requests));
-    }
-  }
-  return SNMP_ERR_NOERROR;
+  return answer_cells(info, requests, values_of_row);
 }
 
 static void make_rows(unsigned int count) {

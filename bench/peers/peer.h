@@ -34,8 +34,11 @@ netsnmp_handler_registration* table_registration(const char* name,
 // The table's one index, a signed integer, and its columns.
 netsnmp_table_registration_info* table_columns(void);
 
-// The type of the values in the requested column.
-enum bench_type requested_type(netsnmp_request_info* request);
+// Answers the requests for cells of the rows that `values_of_row` finds; it
+// returns null where there is no row.
+int answer_cells(
+    netsnmp_agent_request_info* info, netsnmp_request_info* requests,
+    const struct bench_values* (*values_of_row)(netsnmp_request_info*));
 
 // calloc(), ending the program when there is no memory.
 void* allocate(size_t count, size_t size);

@@ -17,8 +17,25 @@ netsnmp_table_registration_info* table_columns(void) {
   return info;
 }
 
-enum bench_type requested_type(netsnmp_request_info* request) {
+static enum bench_type requested_type(netsnmp_request_info* request) {
   const netsnmp_table_request_info* const info =
       netsnmp_extract_table_info(request);
   return (enum bench_type)(info->colnum - BENCH_FIRST_COLUMN);
+}
+
+int answer_cells(netsnmp_agent_request_info* info,
+                 netsnmp_request_info* requests,
+                 const struct bench_values* (*values_of_row)(
+                     netsnmp_request_info*)) {
+  for (; requests != NULL; requests = requests->next) {
+    const struct bench_values* values;
+    if (requests->processed) continue;
+    values = values_of_row(requests);
+    if (values == NULL) {
+      netsnmp_set_request_error(info, requests, SNMP_NOSUCHINSTANCE);
+    } else {
+      write_value(requests->requestvb, values, requested_type(requests));
+    }
+  }
+  return SNMP_ERR_NOERROR;
 }

@@ -2,23 +2,17 @@
 
 #include "peers/peer.h"
 
+static const struct bench_values* values_of_row(netsnmp_request_info* request) {
+  return netsnmp_tdata_extract_entry(request);
+}
+
 static int handle_table(netsnmp_mib_handler* handler,
                         netsnmp_handler_registration* registration,
                         netsnmp_agent_request_info* info,
                         netsnmp_request_info* requests) {
   (void)handler;
   (void)registration;
-  for (; requests != NULL; requests = requests->next) {
-    const struct bench_values* values;
-    if (requests->processed) continue;
-    values = netsnmp_tdata_extract_entry(requests);
-    if (values == NULL) {
-      netsnmp_set_request_error(info, requests, SNMP_NOSUCHINSTANCE);
-    } else {
-      write_value(requests->requestvb, values, requested_type(requests));
-    }
-  }
-  return SNMP_ERR_NOERROR;
+  return answer_cells(info, requests, values_of_row);
 }
 
 void register_tdata(unsigned int rows) {

@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 #
 # Installs Debian packages. To be sourced by bash.
@@ -32,6 +33,7 @@ package_installed() {
 # takes packages.
 debian_release() { (. /etc/os-release && echo "$VERSION_CODENAME"); }
 debian_mirror() {
+  # shellcheck disable=SC2016 # apt-get's own variable.
   apt-get indextargets --format '$(REPO_URI)' 'Created-By: Packages' \
     "Codename: $(debian_release)" | head -1
 }

@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 #
 # Finds ports for private master agents. To be sourced by bash.
