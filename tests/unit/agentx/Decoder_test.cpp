@@ -6,7 +6,7 @@
 #include <algorithm>
 
 #include "RandomPdu.h"
-#include "Reference.h"
+#include "support/AgentXReference.h"
 #include "support/Samples.h"
 
 namespace snmpsubagent::agentx {

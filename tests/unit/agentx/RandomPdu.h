@@ -7,7 +7,7 @@
 #include <string>
 #include <vector>
 
-#include "Reference.h"
+#include "support/AgentXReference.h"
 
 namespace snmpsubagent::agentx {
 

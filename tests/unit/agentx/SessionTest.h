@@ -9,9 +9,9 @@
 #include <string>
 #include <vector>
 
-#include "Reference.h"
 #include "agentx/ResponseWriter.h"
 #include "agentx/Session.h"
+#include "support/AgentXReference.h"
 
 namespace snmpsubagent::agentx {
 

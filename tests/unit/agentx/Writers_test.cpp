@@ -4,10 +4,10 @@
 #include <chrono>
 
 #include "RandomPdu.h"
-#include "Reference.h"
 #include "agentx/OwnMessages.h"
 #include "agentx/ResponseWriter.h"
 #include "agentx/VarbindWriter.h"
+#include "support/AgentXReference.h"
 
 namespace snmpsubagent::agentx {
 namespace {

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
-#ifndef SNMPSUBAGENT_TESTS_UNIT_AGENTX_REFERENCE_H_
-#define SNMPSUBAGENT_TESTS_UNIT_AGENTX_REFERENCE_H_
+#ifndef SNMPSUBAGENT_TESTS_SUPPORT_AGENTXREFERENCE_H_
+#define SNMPSUBAGENT_TESTS_SUPPORT_AGENTXREFERENCE_H_
 
 #include <string>
 #include <vector>
@@ -106,4 +106,4 @@ inline reference::Pdu Decoded(const Bytes& bytes) {
 
 }  // namespace snmpsubagent::agentx
 
-#endif  // SNMPSUBAGENT_TESTS_UNIT_AGENTX_REFERENCE_H_
+#endif  // SNMPSUBAGENT_TESTS_SUPPORT_AGENTXREFERENCE_H_
