@@ -48,6 +48,11 @@ class SessionInHand : public SessionUser {
     Tell("request");
     if (request.header.type == PduType::CleanupSet) return;
     ResponseWriter writer(response, request.header);
+    if (answerSize > 0) {
+      writer.Varbinds().Name(Oid{1, 3});
+      writer.Varbinds().Octets(ValueType::OctetString,
+                               std::string(answerSize, 'x'));
+    }
     writer.Finish();
   }
   void OnRegistration(std::uint32_t id, Error error) override {
@@ -113,6 +118,8 @@ class SessionInHand : public SessionUser {
   Time now = Time() + std::chrono::hours(1);
   std::vector<std::string> told;
   std::vector<Header> requests;
+  // Octets in the answer to a request; without any it has no varbind.
+  std::size_t answerSize = 0;
   // Run whenever something is told.
   std::function<void(const std::string&)> whenTold;
 

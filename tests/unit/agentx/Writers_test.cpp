@@ -119,7 +119,7 @@ TEST(AVarbindWriter, RemovesWhatWasWrittenBehindAPlace) {
   writer.Empty(ValueType::NoSuchObject);
   Bytes message;
   WriteNotify(message, Header(), "", out);
-  const auto& read = std::get<reference::Notify>(Decoded(message).body);
+  const auto read = std::get<reference::Notify>(Decoded(message).body);
   ASSERT_EQ(read.varbinds.size(), 2U);
   EXPECT_EQ(read.varbinds[1].name, (reference::Oid{1, 5}));
 }
