@@ -125,6 +125,21 @@ INSTANTIATE_TEST_SUITE_P(
                                     static_cast<int>(PduType::CleanupSet) + 1),
                      testing::Values(kLittleEndian, kNetworkByteOrder)));
 
+TEST(ADecodedOid, HasUpTo128SubIdentifiers) {
+  Decoder decoder;
+  for (const reference::Oid& begin : {reference::Oid{7}, {1, 3, 6, 1, 4}}) {
+    reference::Oid oid = begin;
+    oid.resize(128, 9);
+    const Bytes longest =
+        reference::Encode({{}, {}, reference::Get{{{oid, false, {}}}}});
+    EXPECT_TRUE(DecodedBy(decoder, longest));
+    oid.push_back(9);
+    const Bytes tooLong =
+        reference::Encode({{}, {}, reference::Get{{{oid, false, {}}}}});
+    EXPECT_FALSE(DecodedBy(decoder, tooLong));
+  }
+}
+
 TEST(ADecodedInteger, HasItsSignExtended) {
   Decoder decoder;
   const Bytes bytes = reference::Encode(

@@ -113,9 +113,15 @@ TEST_P(BrokenBytes, OfRandomEndTheSession) {
   EXPECT_EQ(trial.Ended(), 1);
 }
 
+std::string StateName(const testing::TestParamInfo<At>& info) {
+  const char* const names[] = {"Opening", "Open", "Asking", "Notifying"};
+  return names[static_cast<int>(info.param)];
+}
+
 INSTANTIATE_TEST_SUITE_P(AtEachState, BrokenBytes,
                          testing::Values(At::Opening, At::Open, At::Asking,
-                                         At::Notifying));
+                                         At::Notifying),
+                         StateName);
 
 class AHeaderThatCannotBeTrusted : public SessionTest {
  protected:
