@@ -14,11 +14,11 @@ namespace {
 
 using std::chrono_literals::operator""ms;
 
-const Publisher kScalars{true, "scalars"};
-const Publisher kScalarsInC{false, "scalars"};
-const Publisher kTable{true, "table"};
-const Publisher kIteratorInC{false, "iterator"};
-const Publisher kContainerInC{false, "container"};
+const Publisher kScalars{Base::kNodeClasses, "scalars"};
+const Publisher kScalarsInC{Base::kAgentLibrary, "scalars"};
+const Publisher kTable{Base::kNodeClasses, "table"};
+const Publisher kIteratorInC{Base::kAgentLibrary, "iterator"};
+const Publisher kContainerInC{Base::kAgentLibrary, "container"};
 
 constexpr char kUnit[] = "us";
 
@@ -142,6 +142,17 @@ void MeasureFiveColumns(Setup& setup) {
                                 GetFiveColumns(1000), Budget(setup), 0.15));
 }
 
+void MeasureNotification(Setup& setup, const std::string& name, Base base,
+                         double goal) {
+  constexpr int kEach = 100;
+  Pair<DirectMaster> pair({base, "traps"}, {Base::kAgentLibrary, "traps"}, 1);
+  Figure figure =
+      pair.Compete(name, SendNotifications(kEach), Budget(setup), goal);
+  for (double& cost : figure.library) cost /= kEach;
+  for (double& cost : figure.ofPeer) cost /= kEach;
+  setup.report.Add(figure);
+}
+
 }  // namespace
 
 void MeasureScalars(Setup& setup) {
@@ -155,20 +166,57 @@ void MeasureTables(Setup& setup) {
   MeasureGrowth(setup);
   for (const char* const kind : {"sorted", "tdata", "dataset"}) {
     for (const unsigned int rows : {100U, 1000U, 5000U}) {
-      MeasureGetNext(setup, rows, {false, kind}, {});
+      MeasureGetNext(setup, rows, {Base::kAgentLibrary, kind}, {});
     }
   }
   MeasureFiveColumns(setup);
 }
 
 void MeasureNotifications(Setup& setup) {
-  constexpr int kEach = 100;
-  Pair<DirectMaster> pair({true, "traps"}, {false, "traps"}, 1);
-  Figure figure = pair.Compete("notification", SendNotifications(kEach),
-                               Budget(setup), 1.00);
-  for (double& cost : figure.library) cost /= kEach;
-  for (double& cost : figure.ofPeer) cost /= kEach;
-  setup.report.Add(figure);
+  MeasureNotification(setup, "notification", Base::kNodeClasses, 1.00);
+}
+
+void MeasureObjects(Setup& setup) {
+  const Publisher scalars{Base::kObjects, "scalars"};
+  const Publisher table{Base::kObjects, "table"};
+  for (const unsigned int count : {100U, 5000U}) {
+    Pair<DirectMaster> pair(scalars, kScalarsInC, count);
+    setup.report.Add(pair.Compete(
+        "objects: GET of a scalar, " + std::to_string(count) + " in a module",
+        GetScalar(count), Budget(setup), count == 100 ? 0.35 : 0.02));
+  }
+  {
+    Pair<DirectMaster> pair(scalars, kScalarsInC, 100);
+    setup.report.Add(pair.Compete("objects: SET of a scalar", SetScalar(100),
+                                  Budget(setup), 0.35));
+    pair.Compare(SetScalar(100));
+    pair.Compare(GetScalar(100));
+  }
+  std::vector<double> rows;
+  std::vector<double> costs;
+  std::vector<unsigned int> counts{100, 1000, 100000};
+  if (!setup.quick) counts = {100, 1000, 10000, 100000, 1000000};
+  for (const unsigned int count : counts) {
+    Pair<DirectMaster> pair(table, kContainerInC, count);
+    const Figure figure = pair.Compete(
+        "objects: GETNEXT in a table of " + Rows(count), GetNextCell(count),
+        Budget(setup), count < 100000 ? 0.35 : 0.40);
+    setup.report.Add(figure);
+    setup.report.AddPoint("getnext", "objects", count, Median(figure.library));
+    rows.push_back(count);
+    costs.push_back(Median(figure.library));
+  }
+  setup.report.Add("objects: exponent of growth", "",
+                   GrowthExponent(rows, costs), 0.1);
+  {
+    Pair<DirectMaster> pair(table, kContainerInC, 1000);
+    setup.report.Add(
+        pair.Compete("objects: GETNEXT of five columns of 1,000 rows",
+                     GetNextFiveColumns(1000), Budget(setup), 0.30));
+    setup.report.Add(pair.Compete("objects: GET of five columns of 1,000 rows",
+                                  GetFiveColumns(1000), Budget(setup), 0.30));
+  }
+  MeasureNotification(setup, "objects: notification", Base::kObjects, 0.35);
 }
 
 // SETs are only compared: snmpd responds to them before the subagent has

@@ -27,6 +27,9 @@ void MeasureBehindSnmpd(Setup& setup);
 // Instructions per request, under callgrind.
 void MeasureInstructions(Setup& setup);
 
+// The CPU time per request of the objects.
+void MeasureObjects(Setup& setup);
+
 // The latency of many simultaneous requests after a pause.
 void MeasureLatency(Setup& setup);
 

@@ -55,17 +55,35 @@ void Compare(Setup& setup, const std::string& name, const Publisher& library,
 }  // namespace
 
 void MeasureMemory(Setup& setup) {
-  Compare(setup, "memory per scalar", {true, "scalars"}, {false, "scalars"},
-          5000, 1.15);
+  Compare(setup, "memory per scalar", {Base::kNodeClasses, "scalars"},
+          {Base::kAgentLibrary, "scalars"}, 5000, 1.15);
+  Compare(setup, "objects: memory per scalar", {Base::kObjects, "scalars"},
+          {Base::kAgentLibrary, "scalars"}, 5000, 0.15);
+  Compare(setup, "objects: memory per row of six values",
+          {Base::kObjects, "table"}, {Base::kAgentLibrary, "container"}, 20000,
+          1.5);
   for (const char* const kind : {"iterator", "container", "tdata", "dataset"}) {
-    Compare(setup, "memory per row of six values", {true, "table"},
-            {false, kind}, 20000, 4.0);
+    Compare(setup, "memory per row of six values",
+            {Base::kNodeClasses, "table"}, {Base::kAgentLibrary, kind}, 20000,
+            4.0);
   }
 }
 
 void MeasureStart(Setup& setup) {
-  const Publisher inC{false, "scalars"};
-  Starts library({true, "scalars"});
+  const Publisher inC{Base::kAgentLibrary, "scalars"};
+  for (const unsigned int scalars : {100U, 5000U}) {
+    Starts objects({Base::kObjects, "scalars"});
+    Starts peer(inC);
+    for (int run = 0; run < setup.Choose(3, 9); ++run) {
+      objects.AddSample(scalars);
+      peer.AddSample(scalars);
+    }
+    setup.report.Add({"objects: from start to " + std::to_string(scalars) +
+                          " registered scalars",
+                      "us", inC.Name(), objects.whole, peer.whole,
+                      scalars == 100 ? 0.4 : 0.02});
+  }
+  Starts library({Base::kNodeClasses, "scalars"});
   Starts peer(inC);
   for (int run = 0; run < setup.Choose(9, 41); ++run) {
     library.AddSample(100);

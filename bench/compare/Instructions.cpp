@@ -60,16 +60,26 @@ void Measure(Setup& setup, const std::string& name, const Publisher& library,
 }  // namespace
 
 void MeasureInstructions(Setup& setup) {
-  const Publisher scalars{true, "scalars"};
-  const Publisher scalarsInC{false, "scalars"};
+  const Publisher scalars{Base::kNodeClasses, "scalars"};
+  const Publisher scalarsInC{Base::kAgentLibrary, "scalars"};
   Measure(setup, "GET of a scalar, 100 registered", scalars, scalarsInC, 100,
           GetScalar(100), 1.00);
   Measure(setup, "SET of a scalar", scalars, scalarsInC, 100, SetScalar(100),
           {});
-  Measure(setup, "GETNEXT in a table of 1,000 rows", {true, "table"},
-          {false, "iterator"}, 1000, GetNextCell(1000), {});
-  Measure(setup, "GETNEXT in a table of 1,000 rows", {true, "table"},
-          {false, "container"}, 1000, GetNextCell(1000), {});
+  Measure(setup, "GETNEXT in a table of 1,000 rows",
+          {Base::kNodeClasses, "table"}, {Base::kAgentLibrary, "iterator"},
+          1000, GetNextCell(1000), {});
+  Measure(setup, "GETNEXT in a table of 1,000 rows",
+          {Base::kNodeClasses, "table"}, {Base::kAgentLibrary, "container"},
+          1000, GetNextCell(1000), {});
+  const Publisher objects{Base::kObjects, "scalars"};
+  Measure(setup, "objects: GET of a scalar, 100 in a module", objects,
+          scalarsInC, 100, GetScalar(100), 0.35);
+  Measure(setup, "objects: SET of a scalar", objects, scalarsInC, 100,
+          SetScalar(100), 0.35);
+  Measure(setup, "objects: GETNEXT in a table of 1,000 rows",
+          {Base::kObjects, "table"}, {Base::kAgentLibrary, "container"}, 1000,
+          GetNextCell(1000), 0.35);
   if (!setup.quick) {
     Measure(setup, "GET of a scalar, 5,000 registered", scalars, scalarsInC,
             5000, GetScalar(5000), 0.35);

@@ -81,8 +81,8 @@ void AddCurve(Report& report, const std::string& subject,
 }  // namespace
 
 void MeasureLatency(Setup& setup) {
-  Burst library({true, "scalars"});
-  Burst peer({false, "scalars"});
+  Burst library({Base::kNodeClasses, "scalars"});
+  Burst peer({Base::kAgentLibrary, "scalars"});
   Distribution ofLibrary;
   Distribution ofPeer;
   const std::vector<agentx::Body> requests = Requests();

@@ -17,17 +17,29 @@ namespace agentx = testkit::agentx;
 
 namespace {
 
+const char* ProgramOf(Base base) {
+  switch (base) {
+    case Base::kNodeClasses:
+      return BENCH_SUBAGENT;
+    case Base::kObjects:
+      return BENCH_SERVICE;
+    default:
+      return BENCH_PEER;
+  }
+}
+
 std::vector<std::string> Command(const Publisher& publisher, int port,
                                  unsigned int count,
                                  std::vector<std::string> command) {
-  command.insert(command.end(),
-                 {publisher.onLibrary ? BENCH_SUBAGENT : BENCH_PEER,
-                  publisher.kind, std::to_string(port), std::to_string(count)});
+  command.insert(command.end(), {ProgramOf(publisher.base), publisher.kind,
+                                 std::to_string(port), std::to_string(count)});
   return command;
 }
 
-// Of a table only one subtree is registered.
-std::size_t SubtreesOf(const std::string& kind, unsigned int count) {
+// Of a table only one subtree is registered, and so of all objects of a module.
+std::size_t SubtreesOf(const Publisher& publisher, unsigned int count) {
+  const std::string& kind = publisher.kind;
+  if (publisher.base == Base::kObjects) return 1;
   if (kind == "scalars") return count;
   return kind == "traps" ? 2 : 1;
 }
@@ -39,6 +51,17 @@ agentx::Oid LastObjectOf(const std::string& kind, unsigned int count) {
 }
 
 }  // namespace
+
+std::string Publisher::Name() const {
+  switch (base) {
+    case Base::kNodeClasses:
+      return "library";
+    case Base::kObjects:
+      return "objects";
+    default:
+      return "C " + kind;
+  }
+}
 
 Subject::Subject(const Publisher& publisher, unsigned int count,
                  std::unique_ptr<Master> master,
@@ -56,7 +79,7 @@ Subject::Subject(const Publisher& publisher, unsigned int count,
           {"SNMP_PERSISTENT_DIR", directory_.Path()}},
       testkit::ChildProcess::Streams{output.Number(), output.Number()});
   try {
-    master_->Connect(SubtreesOf(publisher.kind, count),
+    master_->Connect(SubtreesOf(publisher, count),
                      LastObjectOf(publisher.kind, count));
   } catch (const std::exception& failure) {
     std::ifstream lines(Log());

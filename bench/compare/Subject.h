@@ -12,12 +12,15 @@
 #include "testkit/ChildProcess.h"
 #include "testkit/ScratchDirectory.h"
 
-// A kind of bench_peer or of bench_subagent.
+// On what a subagent is built.
+enum class Base { kNodeClasses, kObjects, kAgentLibrary };
+
+// A kind of bench_subagent, bench_service or bench_peer.
 struct Publisher {
-  bool onLibrary;
+  Base base;
   std::string kind;
 
-  std::string Name() const { return onLibrary ? "library" : "C " + kind; }
+  std::string Name() const;
 };
 
 // A subagent that is measured, in its own process and with its own master

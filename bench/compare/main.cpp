@@ -27,6 +27,7 @@ const std::vector<Experiment> kExperiments{
     {"scalars", MeasureScalars},
     {"tables", MeasureTables},
     {"notifications", MeasureNotifications},
+    {"objects", MeasureObjects},
     {"snmpd", MeasureBehindSnmpd},
     {"latency", MeasureLatency},
     {"memory", MeasureMemory},
