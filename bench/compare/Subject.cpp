@@ -79,8 +79,9 @@ Subject::Subject(const Publisher& publisher, unsigned int count,
           {"SNMP_PERSISTENT_DIR", directory_.Path()}},
       testkit::ChildProcess::Streams{output.Number(), output.Number()});
   try {
-    master_->Connect(SubtreesOf(publisher, count),
-                     LastObjectOf(publisher.kind, count));
+    master_->Connect({SubtreesOf(publisher, count),
+                      LastObjectOf(publisher.kind, count),
+                      publisher.base != Base::kObjects});
   } catch (const std::exception& failure) {
     std::ifstream lines(Log());
     throw std::runtime_error(

@@ -12,11 +12,12 @@ constexpr std::chrono::seconds kTimeout{300};
 
 }  // namespace
 
-void DirectMaster::Connect(std::size_t subtrees, const agentx::Oid&) {
+void DirectMaster::Connect(const Expected& expected) {
   session_ = std::make_unique<agentx::MasterSession>(listener_.Accept(kTimeout),
                                                      kTimeout);
   session_->ServeUntil(
-      [&] { return session_->Registered().size() >= subtrees; });
+      [&] { return session_->Registered().size() >= expected.subtrees; });
+  session_->SetCleanupIsAnswered(expected.answersCleanup);
 }
 
 agentx::Response DirectMaster::Put(const agentx::Body& request) {

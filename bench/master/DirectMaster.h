@@ -21,8 +21,7 @@ class DirectMaster : public Master {
   };
 
   int Port() const override { return listener_.Port(); }
-  void Connect(std::size_t subtrees,
-               const testkit::agentx::Oid& object) override;
+  void Connect(const Expected& expected) override;
   testkit::agentx::Response Put(const testkit::agentx::Body& request) override;
 
   // Sends requests, up to `outstanding` at a time. Returns the responses in the

@@ -19,11 +19,17 @@ class Master {
   // Where the subagent is to connect, a TCP port of 127.0.0.1.
   virtual int Port() const = 0;
 
-  // Waits until the subagent has connected and registered that many subtrees,
-  // `object` being in the last of them. Throws std::runtime_error if it does
-  // not.
-  virtual void Connect(std::size_t subtrees,
-                       const testkit::agentx::Oid& object) = 0;
+  // What is known of a subagent: how many subtrees it registers, an object in
+  // the last of them, and whether it responds to CleanupSet.
+  struct Expected {
+    std::size_t subtrees;
+    testkit::agentx::Oid object;
+    bool answersCleanup;
+  };
+
+  // Waits until the subagent has connected and registered its subtrees. Throws
+  // std::runtime_error if it does not.
+  virtual void Connect(const Expected& expected) = 0;
 
   // Sends a request and returns the response. Throws std::runtime_error if
   // there is none.

@@ -121,8 +121,8 @@ SnmpdMaster::SnmpdMaster() {
 
 SnmpdMaster::~SnmpdMaster() { snmp_close(manager_); }
 
-void SnmpdMaster::Connect(std::size_t, const agentx::Oid& object) {
-  const agentx::Get probe{{{object, true, {}}}};
+void SnmpdMaster::Connect(const Expected& expected) {
+  const agentx::Get probe{{{expected.object, true, {}}}};
   const auto served = [&] {
     const agentx::Type type = Put(probe).varbinds.at(0).value.type;
     return type != agentx::Type::kNoSuchObject &&

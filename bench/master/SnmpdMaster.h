@@ -16,8 +16,7 @@ class SnmpdMaster : public Master {
   ~SnmpdMaster() override;
 
   int Port() const override { return agent_.AgentXPort(); }
-  void Connect(std::size_t subtrees,
-               const testkit::agentx::Oid& object) override;
+  void Connect(const Expected& expected) override;
   testkit::agentx::Response Put(const testkit::agentx::Body& request) override;
 
  private:

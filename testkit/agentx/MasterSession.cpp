@@ -129,9 +129,12 @@ Response MasterSession::Set(const std::vector<Varbind>& varbinds) {
   const std::uint32_t transactionId = NewTransaction();
   Response result = Ask(TestSet{varbinds}, transactionId);
   if (result.error == 0) result = Ask(CommitSet{}, transactionId);
-  // Net-SNMP writes in this phase, and responds although RFC 2741 specifies no
-  // response.
-  Ask(CleanupSet{}, transactionId);
+  // The agent library writes in this phase.
+  if (cleanupIsAnswered_) {
+    Ask(CleanupSet{}, transactionId);
+  } else {
+    Send(CleanupSet{}, transactionId);
+  }
   return result;
 }
 

@@ -74,6 +74,11 @@ class MasterSession {
   // The number of a transaction that is still to begin.
   std::uint32_t NewTransaction() { return ++lastTransactionId_; }
 
+  // Whether the subagent responds to CleanupSet, as Net-SNMP's agent library
+  // does although RFC 2741 specifies no response; it does unless this says
+  // otherwise.
+  void SetCleanupIsAnswered(bool answered) { cleanupIsAnswered_ = answered; }
+
   // A SET in all its phases: the response to CommitSet or, when the subagent
   // refuses, to TestSet. When it returns, the value is written.
   Response Set(const std::vector<Varbind>& varbinds);
@@ -91,6 +96,7 @@ class MasterSession {
   std::chrono::steady_clock::time_point start_;
   std::uint32_t id_;
   std::uint8_t byteOrder_ = kNetworkByteOrder;
+  bool cleanupIsAnswered_ = true;
   Bytes received_;  // and not yet consumed
   std::uint32_t lastPacketId_ = 0;
   std::uint32_t lastTransactionId_ = 0;
