@@ -10,8 +10,10 @@
 namespace snmpsubagent::detail {
 
 ManagedObject::ManagedObject(std::shared_ptr<ModuleState> module,
-                             std::string_view oid)
-    : module_(std::move(module)), name_(module_->Resolve(oid)) {}
+                             std::string_view oid, OidView instance)
+    : module_(std::move(module)),
+      name_(module_->Resolve(oid) + instance),
+      size_(name_.size() - instance.size()) {}
 
 ManagedObject::~ManagedObject() = default;
 

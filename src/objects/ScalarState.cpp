@@ -15,8 +15,7 @@ constexpr SubIdentifier kInstance[] = {0};
 ScalarState::ScalarState(std::shared_ptr<ModuleState> module,
                          std::string_view oid, ValueType type, bool writable,
                          std::shared_ptr<const Constraints> constraints)
-    : ManagedObject(std::move(module), oid),
-      instance_(Oid(Name()) + OidView(kInstance, 1)),
+    : ManagedObject(std::move(module), oid, OidView(kInstance, 1)),
       constraints_(std::move(constraints)),
       type_(type),
       writable_(writable) {
@@ -37,7 +36,7 @@ Answer ScalarState::ReadNext(OidView instance, bool include,
 }
 
 Answer ScalarState::ReadInstance(ReadContext& context) {
-  if (!context.Begin(instance_)) return Answer::Beyond;
+  if (!context.Begin(InstanceName())) return Answer::Beyond;
   const Answer answer = ReadValue(context);
   if (answer == Answer::Absent) context.Cancel();
   return answer;

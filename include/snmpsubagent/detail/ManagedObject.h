@@ -40,14 +40,18 @@ class SNMPSUBAGENT_OBJECTS_EXPORT ManagedObject
     : public std::enable_shared_from_this<ManagedObject> {
  public:
   // `oid` is relative to the module, or whole with a dot in front. Throws
-  // std::invalid_argument if it is no OID, or not within the module.
-  ManagedObject(std::shared_ptr<ModuleState> module, std::string_view oid);
+  // std::invalid_argument if it is no OID, or not within the module. An object
+  // with only one instance names it.
+  ManagedObject(std::shared_ptr<ModuleState> module, std::string_view oid,
+                OidView instance = {});
   virtual ~ManagedObject();
   ManagedObject(const ManagedObject&) = delete;
   ManagedObject& operator=(const ManagedObject&) = delete;
 
   // Below which OID its instances are.
-  OidView Name() const { return name_; }
+  OidView Name() const { return name_.View().First(size_); }
+  // The name of its only instance.
+  OidView InstanceName() const { return name_; }
   const std::shared_ptr<AgentState>& Agent() const;
   ModuleState& Module() const { return *module_; }
 
@@ -76,7 +80,8 @@ class SNMPSUBAGENT_OBJECTS_EXPORT ManagedObject
   friend class ModuleState;
 
   std::shared_ptr<ModuleState> module_;
-  Oid name_;
+  const Oid name_;
+  const std::size_t size_;
   bool served_ = false;
 };
 

@@ -29,8 +29,6 @@ class SNMPSUBAGENT_OBJECTS_EXPORT ScalarState : public ManagedObject {
               ValueType type, bool writable,
               std::shared_ptr<const Constraints> constraints);
 
-  OidView InstanceName() const { return instance_; }
-
   Answer Read(OidView instance, ReadContext& context) override;
   Answer ReadNext(OidView instance, bool include,
                   ReadContext& context) override;
@@ -53,7 +51,6 @@ class SNMPSUBAGENT_OBJECTS_EXPORT ScalarState : public ManagedObject {
  private:
   Answer ReadInstance(ReadContext& context);
 
-  Oid instance_;
   std::shared_ptr<const Constraints> constraints_;
   ValueType type_;
   bool writable_;
