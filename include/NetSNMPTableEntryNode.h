@@ -13,10 +13,7 @@
 
 class NetSNMPAgentGuard;
 class NetSNMPTableNode;
-class RowIndex;
-class RowSelection;
-struct netsnmp_iterator_info_s;
-struct variable_list;
+struct RowLookup;
 
 // The rows of one iterator table, each stored under its row key.
 //
@@ -97,15 +94,7 @@ class SNMPSUBAGENT_EXPORT NetSNMPTableEntryNode : public NetSNMPNode {
   std::vector<NetSNMPNodeData*> indexTemplate_;  // owned
 
  private:
-  friend class NetSNMPTableNode;
-  friend class RowSelection;
-  friend variable_list* table_get_first_data_point(void**, void**,
-                                                   variable_list*,
-                                                   netsnmp_iterator_info_s*);
-  friend variable_list* table_get_next_data_point(void**, void**,
-                                                  variable_list*,
-                                                  netsnmp_iterator_info_s*);
-  friend class ServedRow;
+  friend struct RowLookup;
 
   // Built under one guard; see NetSNMPNode.
   NetSNMPTableEntryNode(const NetSNMPAgentGuard& guard, unsigned long* oid,
@@ -114,20 +103,9 @@ class SNMPSUBAGENT_EXPORT NetSNMPTableEntryNode : public NetSNMPNode {
                         const std::vector<NetSNMPNodeData*>& indexTemplate,
                         unsigned int columnCount, NetSNMPTableNode* tableNode);
 
-  // The walk of the iterator's hooks: over the rows selected for the requests
-  // at hand, or over all.
-  std::vector<NetSNMPNodeData*>* FirstCandidate();
-  std::vector<NetSNMPNodeData*>* NextCandidate();
-
-  std::vector<NetSNMPNodeData*>* MoveCursor(
-      std::map<std::string, std::vector<NetSNMPNodeData*>*>::iterator place);
-  std::vector<NetSNMPNodeData*>* HandOut(
-      std::map<std::string, std::vector<NetSNMPNodeData*>*>::iterator place);
-
-  // The tables that serve these rows; each leaves when it is destroyed.
-  std::vector<NetSNMPTableNode*> servedBy_;
-  std::unique_ptr<RowIndex> index_;
-  RowSelection* selection_;  // the one at work, or null
+  std::unique_ptr<RowLookup> lookup_;
+  // For fields to come: a class keeps its size.
+  [[gnu::unused]] void* reserved_[4];
 };
 
 #endif  // SNMPSUBAGENT_NETSNMPTABLEENTRYNODE_H_

@@ -1,38 +1,20 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 #include "NetSNMPTableEntryNode.h"
 
-#include <iterator>
 #include <new>
 
 #include "NetSNMPAgentGuard.h"
 #include "NetSNMPTableNode.h"
 #include "nodes/Watch.h"
-#include "tables/RowIndex.h"
 #include "tables/RowKey.h"
+#include "tables/RowLookup.h"
 #include "tables/RowSelection.h"
 #include "values/OwnedValues.h"
 
 namespace {
 
-using Row = std::vector<NetSNMPNodeData*>;
-using Rows = std::map<std::string, Row*>;
-
-// Appends "." and the number to `key`; false, with `key` unchanged, if `value`
-// is not an integer index.
-bool AppendIndex(const NetSNMPNodeData& value, std::string& key) {
-  const void* const number = value.NodeDataValue();
-  if (!value.isIndex_ || number == nullptr) return false;
-  switch (value.dataType_) {
-    case eNodeDataInt:
-      AppendIndexNumber(*static_cast<const int*>(number), key);
-      return true;
-    case eNodeDataUnsignedInt:
-      AppendIndexNumber(*static_cast<const unsigned int*>(number), key);
-      return true;
-    default:
-      return false;
-  }
-}
+using Row = RowIndex::Row;
+using Rows = RowIndex::Rows;
 
 void Discard(Row* row) {
   Watch::Destroyed(row);
@@ -43,6 +25,15 @@ void Discard(Row* row) {
 struct RowDeleter {
   void operator()(Row* row) const { Discard(row); }
 };
+
+// A row for the application, which may change it.
+Row* HandOut(const NetSNMPTableEntryNode& store, Rows::const_iterator place) {
+  if (place == store.rows_.end()) return nullptr;
+  if (place->second != nullptr) {
+    RowLookup::Of(store).index.MakeVolatile(place->first, *place->second);
+  }
+  return place->second;
+}
 
 }  // namespace
 
@@ -65,8 +56,8 @@ NetSNMPTableEntryNode::NetSNMPTableEntryNode(
       columnCount_(columnCount),
       rowCursor_(rows_.end()),
       tableNode_(tableNode),
-      index_(new RowIndex(indexTemplate_)),
-      selection_(nullptr) {
+      lookup_(new RowLookup(*this)),
+      reserved_() {
   NetSNMPNodeData::CopyDataVector(indexTemplate, indexTemplate_);
   NetSNMPTableEntryNode::RegisterNode();
   try {
@@ -79,8 +70,8 @@ NetSNMPTableEntryNode::NetSNMPTableEntryNode(
 
 NetSNMPTableEntryNode::~NetSNMPTableEntryNode() {
   const NetSNMPAgentGuard guard;
-  for (NetSNMPTableNode* table : servedBy_) table->entryNode_ = nullptr;
-  if (selection_ != nullptr) selection_->ForgetStore();
+  for (NetSNMPTableNode* table : lookup_->tables) table->entryNode_ = nullptr;
+  if (lookup_->selection != nullptr) lookup_->selection->ForgetStore();
   for (const auto& row : rows_) {
     if (row.second != nullptr) Discard(row.second);
   }
@@ -92,15 +83,7 @@ bool NetSNMPTableEntryNode::RegisterNode() { return mapped_; }
 
 int NetSNMPTableEntryNode::GetRowName(
     const std::vector<NetSNMPNodeData*>& values, std::string& rowName) const {
-  rowName.clear();
-  rowName.reserve(rowNamePrefix_.size() +
-                  kIndexTextSize * indexTemplate_.size());
-  rowName = rowNamePrefix_;
-  int indexCount = 0;
-  for (const NetSNMPNodeData* value : values) {
-    if (value != nullptr && AppendIndex(*value, rowName)) ++indexCount;
-  }
-  return indexCount;
+  return row_key::Write(rowNamePrefix_, values, rowName);
 }
 
 bool NetSNMPTableEntryNode::AddRow(
@@ -113,12 +96,12 @@ bool NetSNMPTableEntryNode::AddRow(
   // there is no memory, and `values` may be the old row itself.
   Row*& slot = rows_[key];
   if (slot != nullptr) {
-    index_->Leaving(key, *slot);
+    lookup_->index.Remove(key, *slot);
     Discard(slot);
   }
   slot = row.release();
   try {
-    index_->Filed(key, *slot);
+    lookup_->index.Add(key, *slot);
   } catch (const std::bad_alloc&) {
     // A row that is not covered is found by walking all of them.
   }
@@ -129,9 +112,9 @@ bool NetSNMPTableEntryNode::RemoveRow(const std::string& rowName) {
   const auto found = rows_.find(rowName);
   if (found == rows_.end()) return false;
   if (rowCursor_ == found) rowCursor_ = rows_.end();
-  if (selection_ != nullptr) selection_->Forget(found);
+  if (lookup_->selection != nullptr) lookup_->selection->Forget(found);
   if (found->second != nullptr) {
-    index_->Leaving(rowName, *found->second);
+    lookup_->index.Remove(rowName, *found->second);
     Discard(found->second);
   }
   rows_.erase(found);
@@ -140,39 +123,15 @@ bool NetSNMPTableEntryNode::RemoveRow(const std::string& rowName) {
 
 std::vector<NetSNMPNodeData*>* NetSNMPTableEntryNode::GetRow(
     const std::string& rowName) {
-  return HandOut(rows_.find(rowName));
+  return HandOut(*this, rows_.find(rowName));
 }
 
 std::vector<NetSNMPNodeData*>* NetSNMPTableEntryNode::GetFirstRow() {
   rowCursor_ = rows_.begin();
-  return HandOut(rowCursor_);
+  return HandOut(*this, rowCursor_);
 }
 
 std::vector<NetSNMPNodeData*>* NetSNMPTableEntryNode::GetNextRow() {
   if (rowCursor_ != rows_.end()) ++rowCursor_;
-  return HandOut(rowCursor_);
-}
-
-std::vector<NetSNMPNodeData*>* NetSNMPTableEntryNode::FirstCandidate() {
-  if (selection_ != nullptr) return selection_->First();
-  return MoveCursor(rows_.begin());
-}
-
-std::vector<NetSNMPNodeData*>* NetSNMPTableEntryNode::NextCandidate() {
-  if (selection_ != nullptr) return selection_->Next();
-  return MoveCursor(rowCursor_ == rows_.end() ? rowCursor_
-                                              : std::next(rowCursor_));
-}
-
-std::vector<NetSNMPNodeData*>* NetSNMPTableEntryNode::MoveCursor(
-    Rows::iterator place) {
-  rowCursor_ = place;
-  return place == rows_.end() ? nullptr : place->second;
-}
-
-std::vector<NetSNMPNodeData*>* NetSNMPTableEntryNode::HandOut(
-    Rows::iterator place) {
-  if (place == rows_.end()) return nullptr;
-  if (place->second != nullptr) index_->HandedOut(place->first, *place->second);
-  return place->second;
+  return HandOut(*this, rowCursor_);
 }

@@ -5,14 +5,14 @@
 
 #include "NetSNMP.h"
 #include "NetSNMPAgentGuard.h"
-#include "NetSNMPTableEntryNode.h"
 #include "adapter/Deferred.h"
 #include "adapter/InUse.h"
 #include "adapter/Registration.h"
 #include "nodes/NodeRegistration.h"
 #include "nodes/Watch.h"
-#include "tables/IteratorInfo.h"
+#include "tables/RowLookup.h"
 #include "tables/RowSelector.h"
+#include "tables/TableIterator.h"
 
 NetSNMPTableNode::NetSNMPTableNode(unsigned long* oid, unsigned int oidLen,
                                    const std::string& name,
@@ -50,7 +50,7 @@ NetSNMPTableNode::~NetSNMPTableNode() {
   if (heldRegistration_ != nullptr) Withdraw();
   NetSNMP::delete_snmp_table_iterator(iteratorInfo_);
   if (entryNode_ != nullptr) {
-    auto& tables = entryNode_->servedBy_;
+    auto& tables = RowLookup::Of(*entryNode_).tables;
     tables.erase(std::remove(tables.begin(), tables.end(), this), tables.end());
   }
 }
@@ -105,7 +105,7 @@ void NetSNMPTableNode::RegisterEntryNode() {
   }
   // One of a try that failed.
   NetSNMP::delete_snmp_table_iterator(iteratorInfo_);
-  iteratorInfo_ = NewIteratorInfo(*entryNode_, &nodeName_);
+  iteratorInfo_ = table_iterator::NewInfo(*entryNode_, &nodeName_);
   if (iteratorInfo_ == nullptr) return;
   iteratorRegistered_ = true;
   heldRegistration_ = handlerRegistration_;
@@ -116,7 +116,7 @@ void NetSNMPTableNode::RegisterEntryNode() {
   if (!watch.Alive() || heldRegistration_ == nullptr) return;
   iteratorRegistered_ = NetSNMP::snmp_succeeded(result) != 0;
   if (iteratorRegistered_) {
-    PutRowSelectorBeforeIterator(heldRegistration_);
+    row_selector::PutBeforeIterator(heldRegistration_);
     in_use::TrackSetsOf(heldRegistration_);
   } else {
     // What the agent library refuses, it has freed.
@@ -132,7 +132,7 @@ void NetSNMPTableNode::RegisterEntryNode() {
 void NetSNMPTableNode::TableEntryNode(NetSNMPTableEntryNode* entry) {
   const NetSNMPAgentGuard guard;
   if (entryNode_ != nullptr || entry == nullptr) return;
-  entry->servedBy_.push_back(this);
+  RowLookup::Of(*entry).tables.push_back(this);
   entryNode_ = entry;
   RegisterEntryNode();
 }

@@ -7,6 +7,8 @@
 
 namespace {
 
+constexpr std::size_t kMostIndexes = 64;  // the bits of Place::signedIndexes
+
 bool IsPlainInteger(const NetSNMPNodeData& value) {
   return (value.dataType_ == eNodeDataInt ||
           value.dataType_ == eNodeDataUnsignedInt) &&
@@ -26,71 +28,71 @@ unsigned long SubIdentifier(const void* number, unsigned char indexType) {
 
 RowIndex::RowIndex(const Row& indexTemplate) : indexTemplate_(indexTemplate) {}
 
-void RowIndex::Filed(const std::string& key, const Row& row) {
+void RowIndex::Add(const std::string& key, const Row& row) {
   Oid oid;
   Place place = {&row, 0};
-  bool floating = false;
-  if (Order(row, oid, place, floating) &&
-      ordered_.emplace(std::move(oid), place).second) {
+  const Kind kind = Classify(row, oid, place);
+  if (kind == Kind::kIndexed &&
+      indexed_.emplace(std::move(oid), place).second) {
     return;
   }
-  (floating ? floating_ : irregular_).insert(key);
+  (kind == Kind::kVolatile ? volatile_ : unindexable_).insert(key);
 }
 
-void RowIndex::Leaving(const std::string& key, const Row& row) {
-  if (floating_.erase(key) == 0 && irregular_.erase(key) == 0) {
-    EraseOrdered(row);
+void RowIndex::Remove(const std::string& key, const Row& row) {
+  if (volatile_.erase(key) == 0 && unindexable_.erase(key) == 0) {
+    RemoveIndexed(row);
   }
 }
 
-void RowIndex::HandedOut(const std::string& key, const Row& row) {
-  if (floating_.count(key) != 0 || irregular_.count(key) != 0) return;
-  // Without memory for it the row is in neither, and not covered.
-  EraseOrdered(row);
-  floating_.insert(key);
+void RowIndex::MakeVolatile(const std::string& key, const Row& row) {
+  if (volatile_.count(key) != 0 || unindexable_.count(key) != 0) return;
+  // If there is no memory for the key, the row is in no set and not covered.
+  RemoveIndexed(row);
+  volatile_.insert(key);
 }
 
 bool RowIndex::Covers(const Rows& rows) const {
-  return irregular_.empty() &&
-         ordered_.size() + floating_.size() == rows.size();
+  return unindexable_.empty() &&
+         indexed_.size() + volatile_.size() == rows.size();
 }
 
-bool RowIndex::Order(const Row& row, Oid& oid, Place& place,
-                     bool& floating) const {
-  bool certain = true;
+RowIndex::Kind RowIndex::Classify(const Row& row, Oid& oid,
+                                  Place& place) const {
+  Kind kind = Kind::kIndexed;
   for (const NetSNMPNodeData* value : row) {
     if (value == nullptr || !value->isIndex_) continue;
     const std::size_t position = oid.size();
-    if (position == indexTemplate_.size() || position == 64) return false;
+    if (position == indexTemplate_.size() || position == kMostIndexes) {
+      return Kind::kUnindexable;
+    }
     const NetSNMPNodeData* const index = indexTemplate_[position];
     const unsigned char type =
         index == nullptr ? 0 : index->NodeIndexASNDataType();
-    if (type == 0 || !IsPlainInteger(*value)) return false;
-    if (value->NodeDataValue() == nullptr) return false;
+    if (type == 0 || !IsPlainInteger(*value) ||
+        value->NodeDataValue() == nullptr) {
+      return Kind::kUnindexable;
+    }
     if (value->dataType_ == eNodeDataInt) {
       place.signedIndexes |= std::uint64_t{1} << position;
     }
-    // Variables of the application are not read: they may be gone before their
-    // row is.
+    // A variable of the application is not read: it may be gone before the row.
     const void* const number = value->localData_;
-    certain = certain && number != nullptr;
+    if (number == nullptr) kind = Kind::kVolatile;
     oid.push_back(number == nullptr ? 0 : SubIdentifier(number, type));
   }
-  const bool complete = oid.size() == indexTemplate_.size();
-  floating = complete && !certain;
-  return complete && certain;
+  return oid.size() == indexTemplate_.size() ? kind : Kind::kUnindexable;
 }
 
-void RowIndex::EraseOrdered(const Row& row) {
+void RowIndex::RemoveIndexed(const Row& row) {
   Oid oid;
   Place place = {&row, 0};
-  bool floating = false;
-  Order(row, oid, place, floating);
-  auto entry = ordered_.find(oid);
-  if (entry == ordered_.end() || entry->second.row != &row) {
-    // Changed by somebody who was never given it.
-    entry = std::find_if(ordered_.begin(), ordered_.end(),
+  Classify(row, oid, place);
+  auto entry = indexed_.find(oid);
+  if (entry == indexed_.end() || entry->second.row != &row) {
+    // An index value was changed through a pointer that the store did not give.
+    entry = std::find_if(indexed_.begin(), indexed_.end(),
                          [&](const auto& e) { return e.second.row == &row; });
   }
-  if (entry != ordered_.end()) ordered_.erase(entry);
+  if (entry != indexed_.end()) indexed_.erase(entry);
 }

@@ -13,22 +13,15 @@
 class NetSNMPNodeData;
 
 // The rows of a store in the order of their index OIDs, in which managers see
-// them; the store itself keeps the text order of their keys.
+// them. The store itself keeps the text order of the row keys.
 //
-// A row is ordered while its place is certain: all its index values are
-// integers in local data, and nobody outside was given the row to change. One
-// whose indexes may change at any time is floating: it may be the answer to any
-// request. A row with other index values, or with the OID of another row, is
-// irregular: what a manager sees of it depends on a walk over all rows.
-//
-// Rows may be changed behind the store's back, so the index keeps numbers and
-// addresses and never follows an address.
+// Rows may be changed without the store noticing, so the index keeps numbers
+// and addresses and never follows an address.
 class RowIndex {
  public:
   using Row = std::vector<NetSNMPNodeData*>;
   using Rows = std::map<std::string, Row*>;
-  // Mostly of one index or two, which then stand in the entry itself: a look-up
-  // follows no address more than it must.
+  // Most tables have one index or two, which then need no memory of their own.
   using Oid = boost::container::small_vector<unsigned long, 2>;
 
   // Sub-identifiers that belong to somebody else.
@@ -37,7 +30,7 @@ class RowIndex {
     const unsigned long* last;
   };
 
-  // The lexicographic order of OIDs, in which a view need not be copied.
+  // The lexicographic order of OIDs. A view is compared without a copy.
   struct OidOrder {
     using is_transparent = void;
     bool operator()(const Oid& a, const Oid& b) const { return a < b; }
@@ -49,41 +42,50 @@ class RowIndex {
     }
   };
 
-  // An ordered row: its OID; its address and, of each index, whether it is
-  // signed, which with the OID tells the row's key.
+  // The address of an indexed row and, one bit for each index, whether it is
+  // signed. With the OID, this is what the row key is made of.
   struct Place {
     const Row* row;
     std::uint64_t signedIndexes;
   };
-  using Ordered = std::map<Oid, Place, OidOrder>;
+  using IndexedRows = std::map<Oid, Place, OidOrder>;
 
   explicit RowIndex(const Row& indexTemplate);
 
-  // A row was filed under `key`.
-  void Filed(const std::string& key, const Row& row);
+  // Enters the row of that key.
+  void Add(const std::string& key, const Row& row);
 
-  // The row of `key` is about to go.
-  void Leaving(const std::string& key, const Row& row);
+  // Takes out the row of that key, before it is changed or deleted.
+  void Remove(const std::string& key, const Row& row);
 
-  // The row of `key` is about to be given to somebody who may change it.
-  void HandedOut(const std::string& key, const Row& row);
+  // Notes that somebody outside the store may change the row from now on.
+  void MakeVolatile(const std::string& key, const Row& row);
 
-  // Whether every one of `rows` is ordered or floating here.
+  // Whether each of `rows` is indexed or volatile here.
   bool Covers(const Rows& rows) const;
 
-  const Ordered& OrderedRows() const { return ordered_; }
-  const std::set<std::string>& FloatingRows() const { return floating_; }
+  const IndexedRows& Indexed() const { return indexed_; }
+  const std::set<std::string>& Volatile() const { return volatile_; }
 
  private:
-  // Fills in OID and place of an ordered row; false if `row` is not one.
-  // `floating` tells the other two kinds apart.
-  bool Order(const Row& row, Oid& oid, Place& place, bool& floating) const;
-  void EraseOrdered(const Row& row);
+  enum class Kind {
+    // All index values are integers in local data.
+    kIndexed,
+    // Index values may change at any time, so the row may match any request.
+    kVolatile,
+    // The index values are not those of the table, or another row has the same
+    // OID: only a walk over all rows shows what a manager sees of the row.
+    kUnindexable,
+  };
+
+  // Fills in the OID and the place of an indexed row.
+  Kind Classify(const Row& row, Oid& oid, Place& place) const;
+  void RemoveIndexed(const Row& row);
 
   const Row& indexTemplate_;  // the store's
-  Ordered ordered_;
-  std::set<std::string> floating_;
-  std::set<std::string> irregular_;
+  IndexedRows indexed_;
+  std::set<std::string> volatile_;
+  std::set<std::string> unindexable_;
 };
 
 #endif  // SNMPSUBAGENT_TABLES_ROWINDEX_H_

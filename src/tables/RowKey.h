@@ -2,19 +2,23 @@
 #ifndef SNMPSUBAGENT_TABLES_ROWKEY_H_
 #define SNMPSUBAGENT_TABLES_ROWKEY_H_
 
-#include <charconv>
-#include <cstddef>
 #include <string>
 
-// What to set aside in a row key for each index: "." and at most ten digits and
-// a sign.
-constexpr std::size_t kIndexTextSize = 12;
+#include "tables/RowIndex.h"
 
-// Appends to a row key what it has for an index: "." and the number in decimal.
-template <typename Number>
-void AppendIndexNumber(Number number, std::string& key) {
-  char text[16] = {'.'};
-  key.append(text, std::to_chars(text + 1, text + sizeof text, number).ptr);
-}
+// The key under which a store files a row: the store's prefix and, for each
+// integer index value, "." and the number in decimal.
+namespace row_key {
+
+// Writes the key of a row of these values into `key`. Returns the number of
+// integer index values.
+int Write(const std::string& prefix, const RowIndex::Row& values,
+          std::string& key);
+
+// The key under which an indexed row was filed, without a look at its values.
+std::string Of(const std::string& prefix,
+               const RowIndex::IndexedRows::value_type& indexed);
+
+}  // namespace row_key
 
 #endif  // SNMPSUBAGENT_TABLES_ROWKEY_H_

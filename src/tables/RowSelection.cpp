@@ -2,29 +2,12 @@
 #include "tables/RowSelection.h"
 
 #include <algorithm>
+#include <utility>
 
-#include "NetSNMPTableEntryNode.h"
 #include "tables/RowKey.h"
+#include "tables/RowLookup.h"
 
 namespace {
-
-// The key of an ordered row, made as the store made it.
-std::string KeyMadeOf(const RowIndex::Ordered::value_type& ordered,
-                      const std::string& prefix) {
-  std::string key;
-  key.reserve(prefix.size() + kIndexTextSize * ordered.first.size());
-  key = prefix;
-  std::uint64_t signedIndexes = ordered.second.signedIndexes;
-  for (const unsigned long subId : ordered.first) {
-    if ((signedIndexes & 1) != 0) {
-      AppendIndexNumber(static_cast<int>(subId), key);
-    } else {
-      AppendIndexNumber(static_cast<unsigned int>(subId), key);
-    }
-    signedIndexes >>= 1;
-  }
-  return key;
-}
 
 std::size_t IndexCount(const RowSelection::Row& row) {
   return static_cast<std::size_t>(
@@ -35,55 +18,77 @@ std::size_t IndexCount(const RowSelection::Row& row) {
 
 }  // namespace
 
-RowSelection::RowSelection(NetSNMPTableEntryNode& entry) : entry_(&entry) {}
+RowSelection::RowSelection(NetSNMPTableEntryNode& store) : store_(&store) {}
 
 RowSelection::~RowSelection() {
-  if (active_ && entry_ != nullptr) entry_->selection_ = outer_;
+  if (active_ && store_ != nullptr) RowLookup::Of(*store_).selection = outer_;
 }
 
-bool RowSelection::AddFloating() {
-  Rows& rows = entry_->rows_;
-  if (!entry_->index_->Covers(rows)) return false;
-  for (const std::string& key : entry_->index_->FloatingRows()) {
+Lookup RowSelection::AddVolatile() {
+  const RowIndex& index = RowLookup::Of(*store_).index;
+  Rows& rows = store_->rows_;
+  if (!index.Covers(rows)) return Lookup::kWalkAll;
+  for (const std::string& key : index.Volatile()) {
     const auto place = rows.find(key);
-    // One that has lost an index since leaves a varbind as the row before it in
-    // a walk over all rows left it.
+    // The hooks write only the indexes that a row has: one that has lost an
+    // index keeps that of the row before it, which must be the one of a walk
+    // over all rows.
     if (place == rows.end() || place->second == nullptr ||
-        IndexCount(*place->second) < entry_->indexTemplate_.size()) {
-      return false;
+        IndexCount(*place->second) < store_->indexTemplate_.size()) {
+      return Lookup::kWalkAll;
     }
     selected_.push_back(place);
   }
-  return true;
+  return selected_.empty() ? Lookup::kExact : Lookup::kCandidates;
 }
 
-bool RowSelection::AddExact(const RowIndex::OidView& oid, Choice& choice) {
-  const auto& ordered = entry_->index_->OrderedRows();
-  const auto found = ordered.find(oid);
-  if (found == ordered.end()) return true;
-  choice = Certain(found);
-  return Add(found);
+Lookup RowSelection::AddExact(netsnmp_request_info_s* request,
+                              RowIndex::OidView oid) {
+  const auto& indexed = RowLookup::Of(*store_).index.Indexed();
+  const auto found = indexed.find(oid);
+  return found == indexed.end() ? Lookup::kCandidates
+                                : AddMatch(request, *found);
 }
 
-bool RowSelection::AddAfter(const RowIndex::OidView& oid, Choice& choice) {
-  const auto& ordered = entry_->index_->OrderedRows();
-  const auto next = ordered.upper_bound(oid);
-  if (next == ordered.end()) return AddFirst();
-  choice = Certain(next);
-  return Add(next);
+Lookup RowSelection::AddNext(netsnmp_request_info_s* request,
+                             RowIndex::OidView oid) {
+  const auto& indexed = RowLookup::Of(*store_).index.Indexed();
+  const auto next = indexed.upper_bound(oid);
+  return next == indexed.end() ? AddFirst() : AddMatch(request, *next);
 }
 
-bool RowSelection::AddFirst() {
-  return Add(entry_->index_->OrderedRows().begin());
+Lookup RowSelection::AddFirst() {
+  const auto& indexed = RowLookup::Of(*store_).index.Indexed();
+  return indexed.empty() || Add(*indexed.begin()) != store_->rows_.end()
+             ? Lookup::kCandidates
+             : Lookup::kWalkAll;
 }
 
-bool RowSelection::Add(RowIndex::Ordered::const_iterator ordered) {
-  if (ordered == entry_->index_->OrderedRows().end()) return true;
-  Rows& rows = entry_->rows_;
-  const auto place = rows.find(KeyMadeOf(*ordered, entry_->rowNamePrefix_));
-  if (place == rows.end() || place->second != ordered->second.row) return false;
-  if (!Holds(place->second)) selected_.push_back(place);
-  return true;
+Lookup RowSelection::AddMatch(
+    netsnmp_request_info_s* request,
+    const RowIndex::IndexedRows::value_type& indexed) {
+  const auto place = Add(indexed);
+  if (place == store_->rows_.end()) return Lookup::kWalkAll;
+  if (!RowLookup::Of(*store_).index.Volatile().empty()) {
+    return Lookup::kCandidates;
+  }
+  matches_.push_back({request, &indexed.first, place});
+  return Lookup::kExact;
+}
+
+// Returns the end of the rows if the indexed row is no longer the one that is
+// filed under its key: somebody has changed the rows without the store.
+RowSelection::Rows::iterator RowSelection::Add(
+    const RowIndex::IndexedRows::value_type& indexed) {
+  Rows& rows = store_->rows_;
+  const auto place = rows.find(row_key::Of(store_->rowNamePrefix_, indexed));
+  if (place == rows.end() || place->second != indexed.second.row) {
+    return rows.end();
+  }
+  if (std::find(selected_.begin(), selected_.end(), place) == selected_.end()) {
+    selected_.push_back(place);
+  }
+  return place;
 }
 
 void RowSelection::Activate() {
@@ -91,19 +96,8 @@ void RowSelection::Activate() {
             [](const Rows::iterator& a, const Rows::iterator& b) {
               return a->first < b->first;
             });
-  outer_ = entry_->selection_;
-  entry_->selection_ = this;
+  outer_ = std::exchange(RowLookup::Of(*store_).selection, this);
   active_ = true;
-}
-
-RowSelection::Choice RowSelection::Certain(
-    RowIndex::Ordered::const_iterator ordered) const {
-  return entry_->index_->FloatingRows().empty() ? &*ordered : nullptr;
-}
-
-void RowSelection::EndWalk(bool foundAll) {
-  entry_->rowCursor_ =
-      foundAll && !selected_.empty() ? selected_.back() : entry_->rows_.end();
 }
 
 RowSelection::Row* RowSelection::First() {
@@ -118,25 +112,32 @@ RowSelection::Row* RowSelection::Next() {
 
 RowSelection::Row* RowSelection::Current() {
   const bool atEnd = position_ == selected_.size();
-  entry_->rowCursor_ = atEnd ? entry_->rows_.end() : selected_[position_];
+  store_->rowCursor_ = atEnd ? store_->rows_.end() : selected_[position_];
   return atEnd ? nullptr : selected_[position_]->second;
 }
 
-bool RowSelection::Holds(const Row* row) const {
-  return std::any_of(
-      selected_.begin(), selected_.end(),
-      [&](const Rows::iterator& place) { return place->second == row; });
+void RowSelection::EndWalk(bool isGet) {
+  store_->rowCursor_ =
+      isGet && !selected_.empty() ? selected_.back() : store_->rows_.end();
 }
 
-const std::string* RowSelection::KeyOf(const Row* row) const {
+const RowSelection::Rows::value_type* RowSelection::EntryOf(
+    const netsnmp_request_info_s* request, const Row* row) const {
+  for (const Match& match : matches_) {
+    if (match.request != request) continue;
+    return match.place->second == row ? &*match.place : nullptr;
+  }
   for (const Rows::iterator& place : selected_) {
-    if (place->second != row) continue;
-    return entry_->index_->FloatingRows().empty() ? &place->first : nullptr;
+    if (place->second == row) return &*place;
   }
   return nullptr;
 }
 
 void RowSelection::Forget(Rows::iterator place) {
+  matches_.erase(
+      std::remove_if(matches_.begin(), matches_.end(),
+                     [&](const Match& match) { return match.place == place; }),
+      matches_.end());
   const auto found = std::find(selected_.begin(), selected_.end(), place);
   if (found != selected_.end()) {
     const auto position = static_cast<std::size_t>(found - selected_.begin());
@@ -152,7 +153,8 @@ void RowSelection::Forget(Rows::iterator place) {
 }
 
 void RowSelection::ForgetStore() {
-  entry_ = nullptr;
+  store_ = nullptr;
+  matches_.clear();
   selected_.clear();
   if (outer_ != nullptr) outer_->ForgetStore();
 }

@@ -2,73 +2,94 @@
 #ifndef SNMPSUBAGENT_TABLES_ROWSELECTION_H_
 #define SNMPSUBAGENT_TABLES_ROWSELECTION_H_
 
+#include <boost/container/small_vector.hpp>
 #include <cstddef>
-#include <map>
-#include <string>
-#include <vector>
 
 #include "tables/RowIndex.h"
 
 class NetSNMPTableEntryNode;
+struct netsnmp_request_info_s;
 
-// The few rows of a store that can be the answer to the requests at hand. While
-// it is active, the iterator's hooks hand out these instead of all rows. One
-// too many never changes an answer.
+// How the row that matches a request is found.
+enum class Lookup {
+  kWalkAll,     // by the iterator, among all rows of the store
+  kCandidates,  // by the iterator, among the selected rows
+  kExact,       // it is known
+};
+
+// The few rows of a store that can match the requests of a PDU. While it is
+// active, the iterator's hooks hand out these rows instead of all rows. A row
+// too many never changes a response.
+//
+// Requires: the lock of NetSNMPAgentGuard.
 class RowSelection {
  public:
   using Rows = RowIndex::Rows;
   using Row = RowIndex::Row;
 
-  // The row that answers a request; null if only the iterator can tell.
-  using Choice = const RowIndex::Ordered::value_type*;
+  // The row that matches a request.
+  struct Match {
+    netsnmp_request_info_s* request;
+    const RowIndex::Oid* index;
+    Rows::iterator place;  // in the store
+  };
+  using Matches = boost::container::small_vector<Match, 4>;
 
-  explicit RowSelection(NetSNMPTableEntryNode& entry);
+  explicit RowSelection(NetSNMPTableEntryNode& store);
   ~RowSelection();
   RowSelection(const RowSelection&) = delete;
   RowSelection& operator=(const RowSelection&) = delete;
 
-  // Select the rows that may be wanted whatever the request; the row of `oid`;
-  // the first row after it or, without one, the first of all, since a walk goes
-  // on with that one in the next column; the first of all. They return false if
-  // the rows cannot be told apart without walking all of them. `choice` is the
-  // row itself if it is certain to be the one wanted.
-  bool AddFloating();
-  bool AddExact(const RowIndex::OidView& oid, Choice& choice);
-  bool AddAfter(const RowIndex::OidView& oid, Choice& choice);
-  bool AddFirst();
+  // Selects the volatile rows, which may match any request.
+  Lookup AddVolatile();
 
-  // Hands the selection to the store's hooks until it is destroyed.
+  // Selects the row with the index `oid`, for a GET or SET.
+  Lookup AddExact(netsnmp_request_info_s* request, RowIndex::OidView oid);
+
+  // Selects the first row behind the index `oid`, for a GETNEXT. Behind the
+  // last row it selects the first one, which is next in the following column.
+  Lookup AddNext(netsnmp_request_info_s* request, RowIndex::OidView oid);
+
+  // Selects the first row of all, for a GETNEXT from before the rows.
+  Lookup AddFirst();
+
+  // Of each request for which kExact was returned, in that order.
+  const Matches& AllMatches() const { return matches_; }
+
+  // Makes the hooks hand out the selected rows, until it is destroyed.
   void Activate();
 
-  // The selected rows in the order of their keys, null at the end. They move
-  // the store's cursor as a walk over all rows would.
+  // The selected rows in the order of their keys; null at the end. They move
+  // the store's cursor as a walk over all rows does.
   Row* First();
   Row* Next();
 
-  bool Holds(const Row* row) const;
+  // Leaves the store's cursor where a walk over all rows would have left it:
+  // one for a GET ends at the last row that it looks for.
+  void EndWalk(bool isGet);
 
-  // The key of a selected row while it certainly is the one made of the row's
-  // index values, else null. It stays until the row is removed.
-  const std::string* KeyOf(const Row* row) const;
+  // The store's entry, key and row, of `row`, which was chosen for `request`.
+  // Null if the row is not a selected one or has been replaced or removed.
+  const Rows::value_type* EntryOf(const netsnmp_request_info_s* request,
+                                  const Row* row) const;
 
-  // Moves the store's cursor to where the walk that looks for the selected rows
-  // ends: to the last of them when it has found as many as it looks for, past
-  // the last row of all when it has to look further.
-  void EndWalk(bool foundAll);
-
-  // Called when the row of `place` is removed, and when the store is destroyed.
+  // Forgets a row that is about to be removed.
   void Forget(Rows::iterator place);
+
+  // Forgets all, because the store is about to be destroyed.
   void ForgetStore();
 
  private:
-  bool Add(RowIndex::Ordered::const_iterator ordered);
-  Choice Certain(RowIndex::Ordered::const_iterator ordered) const;
+  Lookup AddMatch(netsnmp_request_info_s* request,
+                  const RowIndex::IndexedRows::value_type& indexed);
+  Rows::iterator Add(const RowIndex::IndexedRows::value_type& indexed);
   Row* Current();
 
-  NetSNMPTableEntryNode* entry_;
+  NetSNMPTableEntryNode* store_;
   RowSelection* outer_ = nullptr;
   bool active_ = false;
-  std::vector<Rows::iterator> selected_;
+  boost::container::small_vector<Rows::iterator, 4> selected_;
+  Matches matches_;
   std::size_t position_ = 0;
 };
 

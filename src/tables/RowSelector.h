@@ -4,10 +4,17 @@
 
 struct netsnmp_handler_registration_s;
 
-// The agent library's table iterator compares every row with every request and
-// grows with the square of the rows. This puts a handler of ours before it,
-// which looks at the requests and lets the hooks hand out those rows alone that
-// can be the answer. A table without it is served all the same, slowly.
-void PutRowSelectorBeforeIterator(netsnmp_handler_registration_s* registration);
+// The agent library's table iterator compares every row with every request, so
+// a walk takes time that grows with the square of the rows. This handler stands
+// before it and looks the rows up in the index of the store. If it knows the
+// rows of all requests, it calls the handler behind the iterator itself; else
+// it lets the iterator see only the rows that can match.
+namespace row_selector {
+
+// Injects the handler into the chain of a registered table. A table without it
+// is served as well, slowly.
+void PutBeforeIterator(netsnmp_handler_registration_s* registration);
+
+}  // namespace row_selector
 
 #endif  // SNMPSUBAGENT_TABLES_ROWSELECTOR_H_

@@ -1,68 +1,22 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#include <algorithm>
+#include <memory>
+
 #include "NetSNMP.h"
 #include "NetSNMPAgentGuard.h"
-#include "NetSNMPDataNode.h"
-#include "NetSNMPTableEntryNode.h"
 #include "NetSNMPTableNode.h"
 #include "NetSNMPTableRow.h"
 #include "adapter/Containment.h"
 #include "nodes/Watch.h"
-#include "tables/ServedRow.h"
-#include "tables/TableLookup.h"
+#include "tables/CellOwner.h"
+#include "tables/RowLookup.h"
+#include "tables/RowSelection.h"
+#include "tables/TableIterator.h"
 #include "values/LibraryValue.h"
 
 namespace {
 
-using Registry = std::map<std::string, NetSNMPNode*>;
-
-// Takes `node` out of the registry for its lifetime if it has that name, so
-// that a node of the same name, built meanwhile, does not destroy it.
-class KeptAside {
- public:
-  KeptAside(const NetSNMPNode& node, const std::string& name) {
-    if (node.mapped_ && node.nodeName_ == name) {
-      entry_ = NetSNMPNode::nodeMap_->extract(name);
-    }
-  }
-  ~KeptAside() {
-    if (!entry_.empty() && NetSNMPNode::nodeMap_ != nullptr) {
-      NetSNMPNode::nodeMap_->insert(std::move(entry_));
-    }
-  }
-  KeptAside(const KeptAside&) = delete;
-  KeptAside& operator=(const KeptAside&) = delete;
-
- private:
-  Registry::node_type entry_;
-};
-
-// The scalar that owns a cell while it is served: it fires the table's trap,
-// and stands in the registry under the row key.
-class TransientNode {
- public:
-  TransientNode(const NetSNMPTableNode& table, const std::string& rowKey,
-                const variable_list& varbind, const NetSNMPNodeData& cell)
-      : table_(table, rowKey),
-        store_(*table.entryNode_, rowKey),
-        node_(new NetSNMPDataNode(
-            varbind.name, static_cast<unsigned int>(varbind.name_length),
-            rowKey, cell, table.trapCallback_, table.trapName_)),
-        watch_(node_) {}
-  ~TransientNode() {
-    if (watch_.Alive()) delete node_;
-  }
-  TransientNode(const TransientNode&) = delete;
-  TransientNode& operator=(const TransientNode&) = delete;
-
-  NetSNMPDataNode* Get() const { return node_; }
-
- private:
-  // The table being served and its rows survive a row key that is their name.
-  const KeptAside table_;
-  const KeptAside store_;
-  NetSNMPDataNode* const node_;
-  const Watch watch_;
-};
+using Row = RowIndex::Row;
 
 unsigned int ColumnOf(netsnmp_request_info* request) {
   netsnmp_table_request_info* info = nullptr;
@@ -70,10 +24,66 @@ unsigned int ColumnOf(netsnmp_request_info* request) {
   return info == nullptr ? 0 : info->colnum;
 }
 
+// The row that was found for a request, with its key if that is known to match
+// the index values. Both are null without a row.
+struct FoundRow {
+  const Row* row;
+  const std::string* key;
+};
+
+// The row that the iterator, or the selector in its place, has found for the
+// request, while it is in the store: between the phases of a SET the
+// application may replace or remove it.
+FoundRow FindRow(const NetSNMPTableEntryNode& store,
+                 netsnmp_request_info* request) {
+  void* context = nullptr;
+  NetSNMP::extract_snmp_iterator_context(&context, request);
+  const auto* const row = static_cast<const Row*>(context);
+  if (row == nullptr) return {};
+  const RowLookup& lookup = RowLookup::Of(store);
+  if (lookup.selection != nullptr) {
+    const auto* const entry = lookup.selection->EntryOf(request, row);
+    if (entry != nullptr) {
+      return {row, lookup.index.Volatile().empty() ? &entry->first : nullptr};
+    }
+  }
+  const bool stored =
+      std::any_of(store.rows_.begin(), store.rows_.end(),
+                  [&](const auto& entry) { return entry.second == row; });
+  return {stored ? row : nullptr, nullptr};
+}
+
+// The name under which a request carries the watch over its row from the first
+// phase of a SET to the last.
+constexpr char kWatchName[] = "snmpsubagent_row_watch";
+
+// The agent library keeps the watch with the request until it is done with
+// that: with the request of a SET, until after its last phase.
+void WatchRow(netsnmp_request_info* request, const Row* row) {
+  auto watch = std::make_unique<Watch>(row);
+  netsnmp_data_list* const entry = netsnmp_create_data_list(
+      kWatchName, watch.get(),
+      [](void* kept) { delete static_cast<Watch*>(kept); });
+  if (entry == nullptr) return;
+  watch.release();
+  netsnmp_request_add_list_data(request, entry);
+}
+
+// Whether the row is still the one of the first phase of a SET, from which on
+// it is watched; true for other requests. The address of a row that was
+// replaced or removed since may be that of another row.
+bool IsRowOfFirstPhase(const netsnmp_agent_request_info& requestInfo,
+                       netsnmp_request_info* request, const Row* row) {
+  const auto* const watch = static_cast<const Watch*>(
+      netsnmp_request_get_list_data(request, kWatchName));
+  if (watch != nullptr) return watch->IsOf(row);
+  if (requestInfo.mode == MODE_SET_RESERVE1) WatchRow(request, row);
+  return true;
+}
+
 // The stored cell of a column, counted from 1 along the index values and then
 // the others; null if there is none.
-NetSNMPNodeData* CellOf(const std::vector<NetSNMPNodeData*>& row,
-                        unsigned int column) {
+NetSNMPNodeData* CellOf(const Row& row, unsigned int column) {
   if (column == 0) return nullptr;
   for (const bool index : {true, false}) {
     for (NetSNMPNodeData* value : row) {
@@ -84,20 +94,21 @@ NetSNMPNodeData* CellOf(const std::vector<NetSNMPNodeData*>& row,
   return nullptr;
 }
 
-// Serves a cell by a copy of its row, which is how a SET leaves the stored row
-// as it is.
-int ServeCopy(const NetSNMPTableNode& table,
-              const std::vector<NetSNMPNodeData*>& row, unsigned int column,
-              const std::string& rowKey, variable_list* varbind, int mode) {
+// Serves a cell from a copy of its row, so that a SET leaves the stored row as
+// it is.
+int ServeCopy(const NetSNMPTableNode& table, const Row& row,
+              unsigned int column, const std::string& rowKey,
+              variable_list* varbind, int mode) {
   NetSNMPTableRow workingRow(row);
   NetSNMPNodeData* const cell = workingRow.fullRow_[column - 1];
-  const TransientNode owner(table, rowKey, *varbind, *cell);
+  const CellOwner owner(table, rowKey, *varbind, *cell);
   cell->ownerNode_ = owner.Get();
   return NetSNMP::handle_snmp_request(varbind, cell, mode);
 }
 
-// Whether nobody can tell that no copy is made: the value is only read, and no
-// node of the row key's name is there to be displaced.
+// Whether serving the stored cell is indistinguishable from serving a copy: the
+// value is only read, by code of the library, and no node has the row key's
+// name, which a copy would displace.
 bool MayReadStored(const NetSNMPNodeData& cell, const std::string& rowKey,
                    int mode) {
   return (mode == MODE_GET || mode == MODE_GETNEXT) && IsLibraryValue(cell) &&
@@ -110,14 +121,16 @@ bool ServeCell(const NetSNMPTableNode& table,
                const netsnmp_agent_request_info& requestInfo,
                netsnmp_request_info* request, int& result) {
   if (table.entryNode_ == nullptr) return false;
-  const auto* const row =
-      ServedRow::Of(*table.entryNode_, requestInfo, request);
-  if (row == nullptr) return false;
+  const auto [row, storedKey] = FindRow(*table.entryNode_, request);
+  if (row == nullptr || !IsRowOfFirstPhase(requestInfo, request, row)) {
+    return false;
+  }
   const unsigned int column = ColumnOf(request);
   NetSNMPNodeData* const cell = CellOf(*row, column);
   if (cell == nullptr) return false;
-  std::string scratch;
-  const std::string& key = ServedRow::KeyOf(*table.entryNode_, *row, scratch);
+  std::string builtKey;
+  if (storedKey == nullptr) table.entryNode_->GetRowName(*row, builtKey);
+  const std::string& key = storedKey == nullptr ? builtKey : *storedKey;
   const int mode = requestInfo.mode;
   // A callback for a copy may remove the row, and its key with it.
   result = MayReadStored(*cell, key, mode)
@@ -141,13 +154,13 @@ int ServeRequests(const NetSNMPTableNode* table, const std::string& name,
     containment::Contain(
         [&] {
           // It may have deleted the table.
-          if (applicationCalled) table = FindTable(name);
+          if (applicationCalled) table = table_iterator::FindTable(name);
           applicationCalled = true;
           found = table != nullptr &&
                   ServeCell(*table, *requestInfo, request, result);
         },
         [&](const std::string& what) {
-          table = FindTable(name);
+          table = table_iterator::FindTable(name);
           if (table != nullptr) table->NodeLogMessage(what);
         });
     if (found) {
@@ -173,7 +186,7 @@ int var_table_handler(netsnmp_mib_handler_s* handler,
       [&] {
         if (NetSNMPNode::nodeMap_ == nullptr) return;
         const std::string name = handler->handler_name;
-        const auto* const table = FindTable(name);
+        const auto* const table = table_iterator::FindTable(name);
         known = table != nullptr;
         if (known) status = ServeRequests(table, name, requestInfo, requests);
       },
