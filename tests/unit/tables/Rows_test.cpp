@@ -59,6 +59,18 @@ TEST_F(Rows, AreClonesInTheCallersOrder) {
   EXPECT_EQ(*static_cast<int*>(stored->at(0)->NodeDataValue()), 30);
 }
 
+TEST_F(Rows, MayHaveNullElements) {
+  const Values port = Port(1, 2, 10);
+  StoredRow values = port;
+  values[2] = nullptr;
+  EXPECT_TRUE(store_.AddRow(values));
+  const StoredRow* const row = store_.GetRow("port.1.2");
+  ASSERT_NE(row, nullptr);
+  ASSERT_THAT(*row, SizeIs(5));
+  EXPECT_EQ(row->at(2), nullptr);
+  EXPECT_THAT(log_.Lines(), IsEmpty());
+}
+
 TEST_F(Rows, AreRefusedWithoutEnoughIntegerIndexes) {
   ASSERT_TRUE(store_.AddRow(Port(1, 2, 10)));
   EXPECT_FALSE(store_.AddRow(Values(Index(Int(1)), Int(2), Int(20))));

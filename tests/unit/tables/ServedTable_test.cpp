@@ -77,31 +77,6 @@ TEST_F(ServedTable, AnswersGetWithTheCellOrTheReasonWhyNot) {
   }
 }
 
-variable_list* NoDataPoint(void**, void**, variable_list*,
-                           netsnmp_iterator_info*) {
-  return nullptr;
-}
-
-TEST_F(ServedTable, HasTheRowsOfTheHooksThatItsIteratorWasGiven) {
-  AddSlot(1, 2, 10);
-  table_->iteratorInfo_->get_first_data_point = NoDataPoint;
-  EXPECT_EQ(TypeOfGet(CellOid(3, 1, 2)), SNMP_NOSUCHINSTANCE);
-  EXPECT_THAT(Walk(), IsEmpty());
-  table_->iteratorInfo_->get_first_data_point = table_get_first_data_point;
-  EXPECT_THAT(Walk(), ElementsAre("3.1.2 = 10"));
-}
-
-TEST_F(ServedTable, HasItsCursorAtTheRowOfAGetAndAtTheEndAfterAGetNext) {
-  for (const int unit : {1, 5, 10}) AddSlot(unit, 2);
-  CellRequest get(CellOid(3, 5, 2));
-  Serve(get, MODE_GET);
-  EXPECT_EQ(store_->rowCursor_,
-            store_->rows_.find(store_->rowNamePrefix_ + ".5.2"));
-  CellRequest next(CellOid(3, 1, 2));
-  Serve(next, MODE_GETNEXT);
-  EXPECT_EQ(store_->rowCursor_, store_->rows_.end());
-}
-
 TEST_F(ServedTable, IsEmptyWithoutRowsOrStore) {
   EXPECT_THAT(Walk(), IsEmpty());
   EXPECT_EQ(TypeOfGet(CellOid(3, 1, 2)), SNMP_NOSUCHINSTANCE);
@@ -203,6 +178,18 @@ TEST_F(ServedTable, PassesOverTheColumnsThatShortRowsLack) {
   AddSlot(3, 1, 30);
   EXPECT_THAT(Walk(), ElementsAre("3.1.1 = 10", "3.3.1 = 30"));
   EXPECT_EQ(TypeOfGet(CellOid(3, 2, 1)), SNMP_NOSUCHINSTANCE);
+}
+
+TEST_F(ServedTable, HasNoColumnForANullElement) {
+  auto* const wide = BuildTable(TestOid({3}), "wideTable");
+  BuildStore("wideStore", Values(Int(0)), 3, wide);
+  const Values values(Index(Int(1)), Int(2), Int(3));
+  std::vector<NetSNMPNodeData*> row = values;
+  EXPECT_TRUE(wide->AddRow(row));
+  EXPECT_THAT(WalkFrom(TestOid({3})), ElementsAre("2.1 = 2", "3.1 = 3"));
+  row[1] = nullptr;
+  EXPECT_TRUE(wide->AddRow(row));
+  EXPECT_THAT(WalkFrom(TestOid({3})), ElementsAre("2.1 = 3"));
 }
 
 TEST_F(ServedTable, AnswersSeveralRequestsAtOnce) {

@@ -1,7 +1,10 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#include "tables/RowKey.h"
+
 #include <limits>
 
 #include "support/TableTest.h"
+#include "tables/RowLookup.h"
 
 namespace {
 
@@ -58,6 +61,16 @@ TEST_F(RowKey, ReadsTheVariablesOfTheApplication) {
   EXPECT_EQ(KeyOf(row), "port.5 1");
   unit = 6;
   EXPECT_EQ(KeyOf(row), "port.6 1");
+}
+
+// As the selector finds the row again.
+TEST_F(RowKey, IsThatOfTheIndexedRow) {
+  const Values row(Index(Int(-1)), Int(8), Index(Unsigned(4294967295)));
+  ASSERT_TRUE(store_->AddRow(row));
+  const RowIndex& index = RowLookup::Of(*store_).index;
+  ASSERT_EQ(index.Indexed().size(), 1U);
+  EXPECT_EQ(row_key::Of("port", *index.Indexed().begin()),
+            "port.-1.4294967295");
 }
 
 }  // namespace
