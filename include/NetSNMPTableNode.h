@@ -80,8 +80,6 @@ class SNMPSUBAGENT_EXPORT NetSNMPTableNode : public NetSNMPNode,
   bool iteratorRegistered_;                // never false again
 
  private:
-  friend class NetSNMPTableEntryNode;
-
   // Built under one guard; see NetSNMPNode.
   NetSNMPTableNode(const NetSNMPAgentGuard& guard, unsigned long* oid,
                    unsigned int oidLen, const std::string& name,
@@ -89,16 +87,16 @@ class SNMPSUBAGENT_EXPORT NetSNMPTableNode : public NetSNMPNode,
                    void (*callback)(NetSNMPDataNode*),
                    const std::string& trapNodeName);
 
-  // Takes the table out of the agent library. Returns its status.
+  // Withdraws the table. Returns the agent library's status.
   int Withdraw();
 
-  // Releases a registration that the agent library does not hold.
+  // Releases a registration that never reached the agent library.
   void ForgetRegistration();
 
   // The registration that the agent library has. Unlike handlerRegistration_,
   // it is set until it is withdrawn: one left behind while disconnected comes
   // back with the connection.
-  netsnmp_handler_registration_s* heldRegistration_;
+  netsnmp_handler_registration_s* liveRegistration_;
 };
 
 // The agent library's request handler of every iterator table. Returns an SNMP

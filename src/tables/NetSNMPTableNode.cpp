@@ -35,7 +35,7 @@ NetSNMPTableNode::NetSNMPTableNode(const NetSNMPAgentGuard&, unsigned long* oid,
       iteratorInfo_(nullptr),
       entryNode_(nullptr),
       iteratorRegistered_(false),
-      heldRegistration_(nullptr) {
+      liveRegistration_(nullptr) {
   accessData_.CopyData(accessData);
   NetSNMPTableNode::RegisterNode();
 }
@@ -47,7 +47,7 @@ NetSNMPTableNode::~NetSNMPTableNode() {
   NetSNMPTableNode::UnregisterNode();
   // Left with the agent library while disconnected, it would be served again
   // after the reconnection, without its node.
-  if (heldRegistration_ != nullptr) Withdraw();
+  if (liveRegistration_ != nullptr) Withdraw();
   NetSNMP::delete_snmp_table_iterator(iteratorInfo_);
   if (entryNode_ != nullptr) {
     auto& tables = RowLookup::Of(*entryNode_).tables;
@@ -87,7 +87,7 @@ void NetSNMPTableNode::UnregisterNode() {
     // One that never reached the agent library cannot be withdrawn from it,
     // and another node may have registered the same OID meanwhile.
     const Watch watch(this);
-    const bool withdrawn = heldRegistration_ != nullptr &&
+    const bool withdrawn = liveRegistration_ != nullptr &&
                            NetSNMP::snmp_succeeded(Withdraw()) != 0;
     if (!watch.Alive()) return;
     node_registration::Log(
@@ -108,20 +108,20 @@ void NetSNMPTableNode::RegisterEntryNode() {
   iteratorInfo_ = table_iterator::NewInfo(*entryNode_, &nodeName_);
   if (iteratorInfo_ == nullptr) return;
   iteratorRegistered_ = true;
-  heldRegistration_ = handlerRegistration_;
+  liveRegistration_ = handlerRegistration_;
   const Watch watch(this);
   const int result = NetSNMP::register_snmp_table_iterator(handlerRegistration_,
                                                            iteratorInfo_);
   // It may have been deleted or withdrawn meanwhile.
-  if (!watch.Alive() || heldRegistration_ == nullptr) return;
+  if (!watch.Alive() || liveRegistration_ == nullptr) return;
   iteratorRegistered_ = NetSNMP::snmp_succeeded(result) != 0;
   if (iteratorRegistered_) {
-    row_selector::PutBeforeIterator(heldRegistration_);
-    in_use::TrackSetsOf(heldRegistration_);
+    row_selector::PutBeforeIterator(liveRegistration_);
+    in_use::TrackSetsOf(liveRegistration_);
   } else {
     // What the agent library refuses, it has freed.
     handlerRegistration_ = nullptr;
-    heldRegistration_ = nullptr;
+    liveRegistration_ = nullptr;
   }
   node_registration::Log(
       *this, iteratorRegistered_
@@ -156,16 +156,16 @@ int NetSNMPTableNode::GetRowName(const std::vector<NetSNMPNodeData*>& values,
 }
 
 int NetSNMPTableNode::Withdraw() {
-  netsnmp_handler_registration* const registration = heldRegistration_;
+  netsnmp_handler_registration* const registration = liveRegistration_;
   if (handlerRegistration_ == registration) handlerRegistration_ = nullptr;
-  heldRegistration_ = nullptr;
+  liveRegistration_ = nullptr;
   return registration::IsRegistered(registration, nodeOID_, nodeOIDLen_)
              ? deferred::Withdraw(registration, &iteratorInfo_)
              : MIB_NO_SUCH_REGISTRATION;
 }
 
 void NetSNMPTableNode::ForgetRegistration() {
-  if (handlerRegistration_ != heldRegistration_) {
+  if (handlerRegistration_ != liveRegistration_) {
     NetSNMP::free_register_snmp_handler(handlerRegistration_);
   }
   handlerRegistration_ = nullptr;
