@@ -13,7 +13,7 @@ ManagedObject::ManagedObject(std::shared_ptr<ModuleState> module,
                              std::string_view oid, OidView instance)
     : module_(std::move(module)),
       name_(module_->Resolve(oid) + instance),
-      size_(name_.size() - instance.size()) {}
+      size_(static_cast<std::uint8_t>(name_.size() - instance.size())) {}
 
 ManagedObject::~ManagedObject() = default;
 

@@ -52,7 +52,7 @@ void ModuleState::AddSubtree(Oid subtree) {
 
 void ModuleState::Close() {
   open_ = false;
-  while (!objects_.empty()) Remove(*objects_.back());
+  agent_->Requests().IndexOf(options_.context).RemoveAllOf(*this);
   for (const std::uint32_t id : std::exchange(registrations_, {})) {
     agent_->Unregister(id);
   }
@@ -82,22 +82,11 @@ Oid ModuleState::Resolve(std::string_view text) const {
 
 void ModuleState::Add(ManagedObject& object) {
   if (!open_) throw std::logic_error("the module is gone");
-  objects_.push_back(&object);
-  try {
-    agent_->Requests().IndexOf(options_.context).Add(object);
-  } catch (...) {
-    objects_.pop_back();
-    throw;
-  }
-  object.served_ = true;
+  agent_->Requests().IndexOf(options_.context).Add(object);
 }
 
-void ModuleState::Remove(const ManagedObject& object) {
-  const auto place = std::find(objects_.rbegin(), objects_.rend(), &object);
-  if (place == objects_.rend()) return;
-  (*place)->served_ = false;
+void ModuleState::Remove(ManagedObject& object) {
   agent_->Requests().IndexOf(options_.context).Remove(object);
-  objects_.erase(std::next(place).base());
 }
 
 void ModuleState::SetCheck(CheckFunction check) {

@@ -35,7 +35,7 @@ class ModuleState : public std::enable_shared_from_this<ModuleState> {
   Oid Resolve(std::string_view oid) const;
 
   void Add(ManagedObject& object);
-  void Remove(const ManagedObject& object);
+  void Remove(ManagedObject& object);
 
   void SetCheck(std::function<SetError(const SetChange&)> check);
   // What the application says to a SET that is staged.
@@ -49,7 +49,6 @@ class ModuleState : public std::enable_shared_from_this<ModuleState> {
   bool open_ = true;
   std::vector<Oid> subtrees_;
   std::vector<std::uint32_t> registrations_;
-  std::vector<ManagedObject*> objects_;
   std::shared_ptr<CheckFunction> check_;
 };
 

@@ -26,12 +26,23 @@ void ObjectIndex::Add(ManagedObject& object) {
                                 ToString(other->Name()));
   }
   objects_.insert(place, &object);
+  object.served_ = true;
 }
 
-void ObjectIndex::Remove(const ManagedObject& object) {
+void ObjectIndex::Remove(ManagedObject& object) {
   const auto place = PlaceBehind(object.Name());
   if (place == objects_.begin() || *(place - 1) != &object) return;
   objects_.erase(place - 1);
+  object.served_ = false;
+}
+
+void ObjectIndex::RemoveAllOf(const ModuleState& module) {
+  const auto gone = std::stable_partition(
+      objects_.begin(), objects_.end(),
+      [&](auto* object) { return &object->Module() != &module; });
+  std::for_each(gone, objects_.end(),
+                [](ManagedObject* object) { object->served_ = false; });
+  objects_.erase(gone, objects_.end());
 }
 
 ManagedObject* ObjectIndex::Containing(OidView name) const {

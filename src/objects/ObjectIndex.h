@@ -15,7 +15,9 @@ class ObjectIndex {
   // Throws std::invalid_argument if there is an object at, above or below the
   // OID of this one.
   void Add(ManagedObject& object);
-  void Remove(const ManagedObject& object);
+  // Does nothing if it is not there.
+  void Remove(ManagedObject& object);
+  void RemoveAllOf(const ModuleState& module);
 
   // The object to which `name` belongs, or null.
   ManagedObject* Containing(OidView name) const;

@@ -77,11 +77,11 @@ class SNMPSUBAGENT_OBJECTS_EXPORT ManagedObject
                          Transaction& transaction) = 0;
 
  private:
-  friend class ModuleState;
+  friend class ObjectIndex;
 
   std::shared_ptr<ModuleState> module_;
   const Oid name_;
-  const std::size_t size_;
+  const std::uint8_t size_;  // of the object's name, without the instance
   bool served_ = false;
 };
 
