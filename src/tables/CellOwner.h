@@ -14,7 +14,7 @@ class NetSNMPTableNode;
 struct variable_list;
 
 // The scalar that owns a cell while it is served: it fires the table's trap,
-// and stands in the registry under the row key.
+// and is in the registry under the row key.
 class CellOwner {
  public:
   CellOwner(const NetSNMPTableNode& table, const std::string& rowKey,

@@ -92,8 +92,8 @@ bool NetSNMPTableEntryNode::AddRow(
   const int indexCount = GetRowName(values, key);
   if (indexCount != static_cast<int>(indexTemplate_.size())) return false;
   std::unique_ptr<Row, RowDeleter> row(NetSNMPNodeData::CopyDataVector(values));
-  // The new row exists before the old one goes, so that nothing is lost when
-  // there is no memory, and `values` may be the old row itself.
+  // The new row is created before the old one is deleted, so that nothing is
+  // lost without memory, and `values` may be the old row itself.
   Row*& slot = rows_[key];
   if (slot != nullptr) {
     lookup_->index.Remove(key, *slot);

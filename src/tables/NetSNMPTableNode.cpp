@@ -42,7 +42,8 @@ NetSNMPTableNode::NetSNMPTableNode(const NetSNMPAgentGuard&, unsigned long* oid,
 
 NetSNMPTableNode::~NetSNMPTableNode() {
   const NetSNMPAgentGuard guard;
-  // First: a callback may build a node of this name while the withdrawal waits.
+  // First, since a callback may build a node of this name while the withdrawal
+  // waits for the master agent.
   LeaveRegistry();
   NetSNMPTableNode::UnregisterNode();
   // Left with the agent library while disconnected, it would be served again
@@ -103,7 +104,7 @@ void NetSNMPTableNode::RegisterEntryNode() {
       handlerRegistration_ == nullptr || !registered_) {
     return;
   }
-  // One of a try that failed.
+  // That of a failed attempt.
   NetSNMP::delete_snmp_table_iterator(iteratorInfo_);
   iteratorInfo_ = table_iterator::NewInfo(*entryNode_, &nodeName_);
   if (iteratorInfo_ == nullptr) return;

@@ -15,8 +15,8 @@ bool IsPlainInteger(const NetSNMPNodeData& value) {
          IsLibraryValue(value);
 }
 
-// The sub-identifier that the agent library makes of the number: the type is
-// that of the table's index, not that of the row's value.
+// The sub-identifier that the agent library computes from the number. The type
+// is that of the table's index, not that of the row's value.
 unsigned long SubIdentifier(const void* number, unsigned char indexType) {
   if (indexType == ASN_INTEGER) {
     return static_cast<unsigned long>(*static_cast<const int*>(number));
@@ -76,7 +76,7 @@ RowIndex::Kind RowIndex::Classify(const Row& row, Oid& oid,
     if (value->dataType_ == eNodeDataInt) {
       place.signedIndexes |= std::uint64_t{1} << position;
     }
-    // A variable of the application is not read: it may be gone before the row.
+    // A variable of the application is not read: it may not exist any more.
     const void* const number = value->localData_;
     if (number == nullptr) kind = Kind::kVolatile;
     oid.push_back(number == nullptr ? 0 : SubIdentifier(number, type));

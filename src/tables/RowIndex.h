@@ -13,10 +13,10 @@
 class NetSNMPNodeData;
 
 // The rows of a store in the order of their index OIDs, in which managers see
-// them. The store itself keeps the text order of the row keys.
+// them. The store itself has them in the byte order of their row keys.
 //
-// Rows may be changed without the store noticing, so the index keeps numbers
-// and addresses and never follows an address.
+// Rows may change without the store knowing, so the index has numbers and
+// addresses and never follows an address.
 class RowIndex {
  public:
   using Row = std::vector<NetSNMPNodeData*>;
@@ -24,7 +24,7 @@ class RowIndex {
   // Most tables have one index or two, which then need no memory of their own.
   using Oid = boost::container::small_vector<unsigned long, 2>;
 
-  // Sub-identifiers that belong to somebody else.
+  // Borrowed sub-identifiers.
   struct OidView {
     const unsigned long* first;
     const unsigned long* last;
@@ -55,10 +55,10 @@ class RowIndex {
   // Enters the row of that key.
   void Add(const std::string& key, const Row& row);
 
-  // Takes out the row of that key, before it is changed or deleted.
+  // Removes the row of that key, before it is changed or deleted.
   void Remove(const std::string& key, const Row& row);
 
-  // Notes that somebody outside the store may change the row from now on.
+  // To be called when the application may change the row from now on.
   void MakeVolatile(const std::string& key, const Row& row);
 
   // Whether each of `rows` is indexed or volatile here.

@@ -6,8 +6,9 @@
 
 #include "tables/RowIndex.h"
 
-// The key under which a store files a row: the store's prefix and, for each
-// integer index value, "." and the number in decimal.
+// The key of a row in its store: the store's prefix and, for each integer index
+// value,
+// "." and the number in decimal.
 namespace row_key {
 
 // Writes the key of a row of these values into `key`. Returns the number of
@@ -15,7 +16,7 @@ namespace row_key {
 int Write(const std::string& prefix, const RowIndex::Row& values,
           std::string& key);
 
-// The key under which an indexed row was filed, without a look at its values.
+// The key of an indexed row, without reading its values.
 std::string Of(const std::string& prefix,
                const RowIndex::IndexedRows::value_type& indexed);
 

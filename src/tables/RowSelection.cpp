@@ -76,8 +76,8 @@ Lookup RowSelection::AddMatch(
   return Lookup::kExact;
 }
 
-// Returns the end of the rows if the indexed row is no longer the one that is
-// filed under its key: somebody has changed the rows without the store.
+// Returns the end of the rows if the indexed row is no longer stored under its
+// key: the application has changed `rows_` directly.
 RowSelection::Rows::iterator RowSelection::Add(
     const RowIndex::IndexedRows::value_type& indexed) {
   Rows& rows = store_->rows_;

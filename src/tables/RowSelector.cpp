@@ -71,7 +71,7 @@ Lookup Select(const netsnmp_handler_registration& table, int mode,
   return lookup;
 }
 
-// Whether the hooks are ours: an application may have put in others.
+// Whether the hooks are ours: an application may have replaced them.
 bool HasOurHooks(const netsnmp_iterator_info& info) {
   return info.get_first_data_point == table_get_first_data_point &&
          info.get_next_data_point == table_get_next_data_point;
@@ -97,7 +97,8 @@ bool CanAnswerDirectly(const netsnmp_mib_handler& iterator,
   });
 }
 
-// Gives the request the name of the cell in its column and the matching row.
+// Sets the OID of the request to that of the cell in its column and the
+// matching row.
 void Rename(const netsnmp_handler_registration& table,
             const RowSelection::Match& match) {
   variable_list* const varbind = match.request->requestvb;
@@ -114,7 +115,7 @@ void AddContext(const RowSelection::Match& match) {
                                               match.place->second, nullptr));
 }
 
-// Does what the iterator does with the matching rows: calls the handler behind
+// Does what the iterator does with the matching rows: calls the handler after
 // it for a GET of each. Returns what that handler returns.
 int AnswerDirectly(netsnmp_mib_handler* iterator,
                    netsnmp_handler_registration* registration,

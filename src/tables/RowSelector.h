@@ -5,14 +5,14 @@
 struct netsnmp_handler_registration_s;
 
 // The agent library's table iterator compares every row with every request, so
-// a walk takes time that grows with the square of the rows. This handler stands
-// before it and looks the rows up in the index of the store. If it knows the
-// rows of all requests, it calls the handler behind the iterator itself; else
-// it lets the iterator see only the rows that can match.
+// the time of a walk grows with the square of the number of rows. This handler
+// comes before it and looks the rows up in the index of the store. If it knows
+// the rows of all requests, it calls the handler after the iterator itself;
+// else it lets the iterator see only the rows that can match.
 namespace row_selector {
 
 // Injects the handler into the chain of a registered table. A table without it
-// is served as well, slowly.
+// is served as well, but slowly.
 void PutBeforeIterator(netsnmp_handler_registration_s* registration);
 
 }  // namespace row_selector

@@ -94,8 +94,8 @@ NetSNMPNodeData* CellOf(const Row& row, unsigned int column) {
   return nullptr;
 }
 
-// Serves a cell from a copy of its row, so that a SET leaves the stored row as
-// it is.
+// Serves a cell from a copy of its row, so that a SET does not change the
+// stored row.
 int ServeCopy(const NetSNMPTableNode& table, const Row& row,
               unsigned int column, const std::string& rowKey,
               variable_list* varbind, int mode) {

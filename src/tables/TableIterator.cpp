@@ -42,8 +42,8 @@ Row* MoveCursor(NetSNMPTableEntryNode& store, RowIndex::Rows::iterator place) {
   return place == store.rows_.end() ? nullptr : place->second;
 }
 
-// The rows that the iterator is to see: those selected for the requests at
-// hand, or all.
+// The rows that the iterator is to see: those selected for the current
+// requests, or all.
 Row* FirstRow(NetSNMPTableEntryNode& store) {
   RowSelection* const selection = RowLookup::Of(store).selection;
   if (selection != nullptr) return selection->First();
@@ -82,7 +82,7 @@ bool WriteStoredIndexes(const Row& row, variable_list* varbind) {
   return true;
 }
 
-// Hands `row` out as the data context with its indexes in `indexData`; null
+// Returns `row` as the data context with its indexes in `indexData`; null
 // without a row.
 variable_list* HandOut(Row* row, void** dataContext, variable_list* indexData) {
   if (row == nullptr) return nullptr;
