@@ -2,7 +2,7 @@
 #include "NetSNMP.h"
 #include "NetSNMPAgentGuard.h"
 #include "NetSNMPDataNode.h"
-#include "adapter/Containment.h"
+#include "adapter/ExceptionBarrier.h"
 #include "adapter/InUse.h"
 #include "nodes/NodeLookup.h"
 
@@ -19,7 +19,7 @@ int var_instance_handler(netsnmp_mib_handler_s* handler,
   }
   // What stays when a callback or an override throws.
   int status = SNMP_ERR_GENERR;
-  containment::Contain(
+  exception_barrier::Run(
       [&] {
         const auto* const node =
             node_lookup::Find<NetSNMPDataNode>(handler->handler_name);

@@ -5,8 +5,8 @@
 #include <string>
 
 #include "NetSNMPNode.h"
-#include "adapter/Containment.h"
 #include "adapter/Deferred.h"
+#include "adapter/ExceptionBarrier.h"
 #include "nodes/NodeLookup.h"
 
 namespace {
@@ -16,13 +16,13 @@ namespace {
 void Register(const std::string& name) {
   auto* node = node_lookup::Find<NetSNMPNode>(name);
   if (node == nullptr) return;
-  containment::Contain([&] { node->RegisterNode(); },
-                       [&](const std::string& what) {
-                         // Looked up again: a request served meanwhile may
-                         // have deleted it.
-                         node = node_lookup::Find<NetSNMPNode>(name);
-                         if (node != nullptr) node->NodeLogMessage(what);
-                       });
+  exception_barrier::Run([&] { node->RegisterNode(); },
+                         [&](const std::string& what) {
+                           // Looked up again: a request served meanwhile may
+                           // have deleted it.
+                           node = node_lookup::Find<NetSNMPNode>(name);
+                           if (node != nullptr) node->NodeLogMessage(what);
+                         });
 }
 
 }  // namespace

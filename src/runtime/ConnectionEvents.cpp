@@ -10,7 +10,7 @@
 #include "NetSNMP.h"
 #include "NetSNMPAgentGuard.h"
 #include "SNMPSubAgent.h"
-#include "adapter/Containment.h"
+#include "adapter/ExceptionBarrier.h"
 #include "nodes/LiveSubAgents.h"
 #include "runtime/AgentSession.h"
 #include "runtime/ReplyTimeout.h"
@@ -25,7 +25,7 @@ void LogToAgentLibrary(const std::string& what) {
 
 template <typename Body>
 void CallApplication(const Body& body) {
-  containment::Contain(body, LogToAgentLibrary);
+  exception_barrier::Run(body, LogToAgentLibrary);
 }
 
 void SetConnected(SNMPSubAgent* subAgent, bool connected) {

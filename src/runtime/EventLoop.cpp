@@ -6,8 +6,8 @@
 #include "NetSNMP.h"
 #include "NetSNMPAgentGuard.h"
 #include "SNMPSubAgent.h"
-#include "adapter/Containment.h"
 #include "adapter/Deferred.h"
+#include "adapter/ExceptionBarrier.h"
 #include "adapter/SigpipeBlock.h"
 #include "runtime/InterruptionPoints.h"
 #include "runtime/ReconnectWorkarounds.h"
@@ -85,8 +85,8 @@ void SNMPSubAgent::process() {
     if (thread_) thread_->interrupt();
   }
   deferred::Run();
-  containment::RaisePendingInterruption();
+  exception_barrier::RaisePendingInterruption();
   reconnect_workarounds::RepairAfterLoss();
   RunHousekeeping(interruption);
-  containment::RaisePendingInterruption();
+  exception_barrier::RaisePendingInterruption();
 }

@@ -11,7 +11,7 @@
 #include "NetSNMPAgentGuard.h"
 #include "NetSNMPNode.h"
 #include "NetworkInterfaces.h"
-#include "adapter/Containment.h"
+#include "adapter/ExceptionBarrier.h"
 #include "adapter/SigpipeBlock.h"
 #include "nodes/LiveSubAgents.h"
 #include "runtime/AgentEvents.h"
@@ -175,7 +175,7 @@ void SNMPSubAgent::threadProc() {
   const SigpipeBlock sigpipeBlock;
   initialize();
   try {
-    containment::RaisePendingInterruption();
+    exception_barrier::RaisePendingInterruption();
     const InterruptionPoints interruption;
     for (;;) {
       interruption.Pass();

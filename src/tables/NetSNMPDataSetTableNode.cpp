@@ -9,7 +9,7 @@
 #include "adapter/Registration.h"
 #include "nodes/NodeRegistration.h"
 #include "nodes/Watch.h"
-#include "values/OwnedValues.h"
+#include "values/ClonedValues.h"
 
 namespace {
 
@@ -40,7 +40,7 @@ NetSNMPDataSetTableNode::NetSNMPDataSetTableNode(
     const std::vector<NetSNMPNodeData*>& columns)
     : NetSNMPDataSetTableNode(NetSNMPAgentGuard(), oid, oidLen, name,
                               NetSNMPNodeData(accessData),
-                              OwnedValues(columns).Get()) {}
+                              ClonedValues(columns).Get()) {}
 
 NetSNMPDataSetTableNode::NetSNMPDataSetTableNode(
     const NetSNMPAgentGuard&, unsigned long* oid, unsigned int oidLen,

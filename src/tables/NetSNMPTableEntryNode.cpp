@@ -9,7 +9,7 @@
 #include "tables/RowKey.h"
 #include "tables/RowLookup.h"
 #include "tables/RowSelection.h"
-#include "values/OwnedValues.h"
+#include "values/ClonedValues.h"
 
 namespace {
 
@@ -44,7 +44,7 @@ NetSNMPTableEntryNode::NetSNMPTableEntryNode(
     unsigned int columnCount, NetSNMPTableNode* tableNode)
     : NetSNMPTableEntryNode(
           NetSNMPAgentGuard(), oid, oidLen, name, std::string(rowNamePrefix),
-          OwnedValues(indexTemplate).Get(), columnCount, tableNode) {}
+          ClonedValues(indexTemplate).Get(), columnCount, tableNode) {}
 
 NetSNMPTableEntryNode::NetSNMPTableEntryNode(
     const NetSNMPAgentGuard&, unsigned long* oid, unsigned int oidLen,

@@ -3,7 +3,7 @@
 
 #include "NetSNMP.h"
 #include "NetSNMPNodeData.h"
-#include "values/LibraryValue.h"
+#include "values/BuiltInValue.h"
 
 namespace {
 
@@ -12,7 +12,7 @@ constexpr std::size_t kMostIndexes = 64;  // the bits of Place::signedIndexes
 bool IsPlainInteger(const NetSNMPNodeData& value) {
   return (value.dataType_ == eNodeDataInt ||
           value.dataType_ == eNodeDataUnsignedInt) &&
-         IsLibraryValue(value);
+         IsBuiltInValue(value);
 }
 
 // The sub-identifier that the agent library computes from the number. The type

@@ -7,7 +7,7 @@
 #include "NetSNMPAgentGuard.h"
 #include "NetSNMPTableEntryNode.h"
 #include "NetSNMPTableNode.h"
-#include "adapter/Containment.h"
+#include "adapter/ExceptionBarrier.h"
 #include "nodes/NodeLookup.h"
 #include "tables/RowSelection.h"
 
@@ -154,7 +154,7 @@ int SelectRows(netsnmp_mib_handler* handler,
   RowSelection selection(*store);
   Lookup lookup = Lookup::kWalkAll;
   // Without memory for the selection, the iterator walks all rows.
-  containment::Contain(
+  exception_barrier::Run(
       [&] { lookup = Select(*registration, mode, requests, selection); },
       [](const std::string&) {});
   // The later phases of a SET need what the iterator remembers of the first.

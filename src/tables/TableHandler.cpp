@@ -6,13 +6,13 @@
 #include "NetSNMPAgentGuard.h"
 #include "NetSNMPTableNode.h"
 #include "NetSNMPTableRow.h"
-#include "adapter/Containment.h"
+#include "adapter/ExceptionBarrier.h"
 #include "nodes/Watch.h"
 #include "tables/CellOwner.h"
 #include "tables/RowLookup.h"
 #include "tables/RowSelection.h"
 #include "tables/TableIterator.h"
-#include "values/LibraryValue.h"
+#include "values/BuiltInValue.h"
 
 namespace {
 
@@ -111,7 +111,7 @@ int ServeCopy(const NetSNMPTableNode& table, const Row& row,
 // name, which a copy would displace.
 bool MayReadStored(const NetSNMPNodeData& cell, const std::string& rowKey,
                    int mode) {
-  return (mode == MODE_GET || mode == MODE_GETNEXT) && IsLibraryValue(cell) &&
+  return (mode == MODE_GET || mode == MODE_GETNEXT) && IsBuiltInValue(cell) &&
          NetSNMPNode::nodeMap_->count(rowKey) == 0;
 }
 
@@ -151,7 +151,7 @@ int ServeRequests(const NetSNMPTableNode* table, const std::string& name,
     if (request->processed != 0) continue;
     int result = SNMP_ERR_GENERR;
     bool found = true;
-    containment::Contain(
+    exception_barrier::Run(
         [&] {
           // It may have deleted the table.
           if (applicationCalled) table = table_iterator::FindTable(name);
@@ -182,7 +182,7 @@ int var_table_handler(netsnmp_mib_handler_s* handler,
   const NetSNMPAgentGuard guard;
   int status = SNMP_ERR_BADVALUE;
   bool known = false;
-  containment::Contain(
+  exception_barrier::Run(
       [&] {
         if (NetSNMPNode::nodeMap_ == nullptr) return;
         const std::string name = handler->handler_name;

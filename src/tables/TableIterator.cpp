@@ -7,11 +7,11 @@
 #include "NetSNMPAgentGuard.h"
 #include "NetSNMPTableNode.h"
 #include "NetSNMPTableRow.h"
-#include "adapter/Containment.h"
+#include "adapter/ExceptionBarrier.h"
 #include "nodes/NodeLookup.h"
 #include "tables/RowLookup.h"
 #include "tables/RowSelection.h"
-#include "values/LibraryValue.h"
+#include "values/BuiltInValue.h"
 
 namespace {
 
@@ -75,7 +75,7 @@ bool WriteStoredIndexes(const Row& row, variable_list* varbind) {
   for (NetSNMPNodeData* value : row) {
     if (varbind == nullptr) break;
     if (value == nullptr || !value->isIndex_) continue;
-    if (!IsLibraryValue(*value)) return false;
+    if (!IsBuiltInValue(*value)) return false;
     WriteIndex(varbind, value);
     varbind = varbind->next_variable;
   }
@@ -100,11 +100,11 @@ template <typename Body>
 variable_list* RunHook(const netsnmp_iterator_info* info, const Body& body) {
   const NetSNMPAgentGuard guard;
   variable_list* result = nullptr;
-  containment::Contain([&] { result = body(); },
-                       [&](const std::string& what) {
-                         const auto* const table = TableOf(info);
-                         if (table != nullptr) table->NodeLogMessage(what);
-                       });
+  exception_barrier::Run([&] { result = body(); },
+                         [&](const std::string& what) {
+                           const auto* const table = TableOf(info);
+                           if (table != nullptr) table->NodeLogMessage(what);
+                         });
   return result;
 }
 

@@ -3,7 +3,7 @@
 #include <stdexcept>
 
 #include "NetSNMPTrapNode.h"
-#include "adapter/Containment.h"
+#include "adapter/ExceptionBarrier.h"
 #include "support/DataNodeTest.h"
 #include "support/Request.h"
 
@@ -196,9 +196,9 @@ TEST_F(DataNodeHandler, AnswersGenErrAndLogsWhenACallbackThrows) {
 TEST_F(DataNodeHandler, RemembersTheInterruptionOfACallback) {
   BuildFanSpeed([](NetSNMPDataNode*) { throw boost::thread_interrupted(); });
   EXPECT_EQ(SetFanSpeed(9), SNMP_ERR_GENERR);
-  EXPECT_THROW(containment::RaisePendingInterruption(),
+  EXPECT_THROW(exception_barrier::RaisePendingInterruption(),
                boost::thread_interrupted);
-  containment::RaisePendingInterruption();
+  exception_barrier::RaisePendingInterruption();
 }
 
 class ThrowingValue : public NetSNMPIntNodeData {

@@ -8,7 +8,7 @@
 #include "LoggedLines.h"
 #include "NetSNMP.h"
 #include "SNMPSubAgent.h"
-#include "adapter/Containment.h"
+#include "adapter/ExceptionBarrier.h"
 
 namespace {
 
@@ -77,7 +77,7 @@ class SessionEventThatThrows : public testing::Test {
   AgentLibraryLog log_;
 };
 
-TEST_F(SessionEventThatThrows, IsContainedWhenItComesFromTheConnectionHook) {
+TEST_F(SessionEventThatThrows, IsCaughtWhenItComesFromTheConnectionHook) {
   subAgent_.onConnected_ = [] { throw std::runtime_error("no nodes"); };
   subAgent_.RegisterSubAgentCallback("last", &last_);
   Raise(SNMPD_CALLBACK_INDEX_START);
@@ -86,7 +86,7 @@ TEST_F(SessionEventThatThrows, IsContainedWhenItComesFromTheConnectionHook) {
   EXPECT_THAT(log_.Lines(), ElementsAre(HasSubstr("no nodes")));
 }
 
-TEST_F(SessionEventThatThrows, IsContainedWhenItComesFromAReceiver) {
+TEST_F(SessionEventThatThrows, IsCaughtWhenItComesFromAReceiver) {
   Receiver runtime([](int) { throw std::runtime_error("pump lost"); });
   Receiver odd([](int) { throw 42; });
   subAgent_.RegisterSubAgentCallback("1", &runtime);
@@ -112,9 +112,9 @@ TEST_F(SessionEventThatThrows, IsRememberedWhenItIsAnInterruption) {
   subAgent_.RegisterSubAgentCallback("last", &last_);
   Raise(SNMPD_CALLBACK_INDEX_START);
   EXPECT_THAT(told_, ElementsAre(1));
-  EXPECT_THROW(containment::RaisePendingInterruption(),
+  EXPECT_THROW(exception_barrier::RaisePendingInterruption(),
                boost::thread_interrupted);
-  containment::RaisePendingInterruption();
+  exception_barrier::RaisePendingInterruption();
 }
 
 TEST_F(SessionEventThatThrows, LeavesADirectCallAfterAllWereTold) {

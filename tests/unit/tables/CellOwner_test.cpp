@@ -5,7 +5,7 @@
 #include "CellTest.h"
 #include "CountedValue.h"
 #include "NetSNMPDataNode.h"
-#include "adapter/Containment.h"
+#include "adapter/ExceptionBarrier.h"
 #include "support/EventfulValue.h"
 
 namespace {
@@ -181,7 +181,7 @@ TEST_F(CellOwner, RemembersAnInterruption) {
   AddPortWith(EventfulValue(
       10, [](const NetSNMPNodeData&) { throw boost::thread_interrupted(); }));
   EXPECT_EQ(GetSpeed(), SNMP_ERR_GENERR);
-  EXPECT_THROW(containment::RaisePendingInterruption(),
+  EXPECT_THROW(exception_barrier::RaisePendingInterruption(),
                boost::thread_interrupted);
 }
 

@@ -3,7 +3,7 @@
 #include <stdexcept>
 
 #include "NetSNMPTableRow.h"
-#include "adapter/Containment.h"
+#include "adapter/ExceptionBarrier.h"
 #include "support/CellRequest.h"
 #include "support/EventfulValue.h"
 #include "support/TableTest.h"
@@ -152,7 +152,7 @@ TEST_F(IteratorHooks, RememberAnInterruption) {
   AddPortsWith(
       [](const NetSNMPNodeData&) { throw boost::thread_interrupted(); });
   EXPECT_EQ(First(), nullptr);
-  EXPECT_THROW(containment::RaisePendingInterruption(),
+  EXPECT_THROW(exception_barrier::RaisePendingInterruption(),
                boost::thread_interrupted);
 }
 

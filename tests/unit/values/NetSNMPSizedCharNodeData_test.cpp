@@ -5,7 +5,7 @@
 
 #include "NetSNMPIntNodeData.h"
 #include "OwnerTest.h"
-#include "values/LibraryValue.h"
+#include "values/BuiltInValue.h"
 
 namespace {
 
@@ -33,7 +33,7 @@ TEST_F(ASizedCharValue, IsACharValueWithASize) {
   EXPECT_EQ(value.bufferSize_, kSize);
   EXPECT_EQ(value.NodeDataValue(), variable_);
   EXPECT_EQ(value.NodeValueSize(), 3U);
-  EXPECT_TRUE(IsLibraryValue(value));
+  EXPECT_TRUE(IsBuiltInValue(value));
 }
 
 TEST_F(ASizedCharValue, TakesATextThatFillsItsBuffer) {

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
-#include "adapter/Containment.h"
+#include "adapter/ExceptionBarrier.h"
 
 #include <boost/thread.hpp>
 #include <exception>
@@ -8,7 +8,7 @@ namespace {
 thread_local bool interrupted = false;
 }  // namespace
 
-void containment::NoteInterruption() noexcept {
+void exception_barrier::RecordInterruption() noexcept {
   try {
     throw;
   } catch (const boost::thread_interrupted&) {
@@ -18,7 +18,7 @@ void containment::NoteInterruption() noexcept {
   }
 }
 
-std::string containment::DescribeException() {
+std::string exception_barrier::DescribeException() {
   try {
     throw;
   } catch (const boost::thread_interrupted&) {
@@ -30,7 +30,7 @@ std::string containment::DescribeException() {
   }
 }
 
-void containment::RaisePendingInterruption() {
+void exception_barrier::RaisePendingInterruption() {
   if (!interrupted) return;
   interrupted = false;
   throw boost::thread_interrupted();

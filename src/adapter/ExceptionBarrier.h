@@ -1,17 +1,17 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
-#ifndef SNMPSUBAGENT_ADAPTER_CONTAINMENT_H_
-#define SNMPSUBAGENT_ADAPTER_CONTAINMENT_H_
+#ifndef SNMPSUBAGENT_ADAPTER_EXCEPTIONBARRIER_H_
+#define SNMPSUBAGENT_ADAPTER_EXCEPTIONBARRIER_H_
 
 #include <string>
 
 // Catches exceptions of the application before they reach the agent library's C
 // frames, which cannot be unwound. A handler, hook or event callback runs its
-// body in Contain().
-namespace containment {
+// body in Run().
+namespace exception_barrier {
 
 // If the exception being handled is the interruption of a thread, records it
 // for RaisePendingInterruption().
-void NoteInterruption() noexcept;
+void RecordInterruption() noexcept;
 
 // The exception being handled, as text for a log line.
 std::string DescribeException();
@@ -19,16 +19,16 @@ std::string DescribeException();
 // Runs `body`. When it throws, calls `log` with the text of the exception,
 // drops what `log` throws, and returns false.
 template <typename Body, typename Log>
-bool Contain(const Body& body, const Log& log) noexcept {
+bool Run(const Body& body, const Log& log) noexcept {
   try {
     body();
     return true;
   } catch (...) {
-    NoteInterruption();
+    RecordInterruption();
     try {
       log(DescribeException());
     } catch (...) {
-      NoteInterruption();
+      RecordInterruption();
     }
     return false;
   }
@@ -38,6 +38,6 @@ bool Contain(const Body& body, const Log& log) noexcept {
 // last call.
 void RaisePendingInterruption();
 
-}  // namespace containment
+}  // namespace exception_barrier
 
-#endif  // SNMPSUBAGENT_ADAPTER_CONTAINMENT_H_
+#endif  // SNMPSUBAGENT_ADAPTER_EXCEPTIONBARRIER_H_

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
-#include "adapter/Containment.h"
+#include "adapter/ExceptionBarrier.h"
 
 #include <gmock/gmock.h>
 
@@ -14,21 +14,21 @@ namespace {
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class AContainedCall : public testing::Test {
+class ACallBehindTheBarrier : public testing::Test {
  protected:
   // Drops what a failed test may have left behind.
-  ~AContainedCall() override { Interrupted(); }
+  ~ACallBehindTheBarrier() override { Interrupted(); }
 
   template <typename Body>
-  bool Contain(const Body& body) {
-    return containment::Contain(
+  bool RunGuarded(const Body& body) {
+    return exception_barrier::Run(
         body, [this](const std::string& text) { log_.push_back(text); });
   }
 
   // Whether this thread has an interruption to raise again.
   static bool Interrupted() {
     try {
-      containment::RaisePendingInterruption();
+      exception_barrier::RaisePendingInterruption();
       return false;
     } catch (const boost::thread_interrupted&) {
       return true;
@@ -38,41 +38,41 @@ class AContainedCall : public testing::Test {
   std::vector<std::string> log_;
 };
 
-TEST_F(AContainedCall, RunsThrough) {
+TEST_F(ACallBehindTheBarrier, RunsThrough) {
   int calls = 0;
-  EXPECT_TRUE(Contain([&] { ++calls; }));
+  EXPECT_TRUE(RunGuarded([&] { ++calls; }));
   EXPECT_EQ(calls, 1);
   EXPECT_THAT(log_, IsEmpty());
   EXPECT_FALSE(Interrupted());
 }
 
-TEST_F(AContainedCall, LogsWhatItThrows) {
-  EXPECT_FALSE(Contain([] { throw std::runtime_error("no fan"); }));
-  EXPECT_FALSE(Contain([] { throw 42; }));
+TEST_F(ACallBehindTheBarrier, LogsWhatItThrows) {
+  EXPECT_FALSE(RunGuarded([] { throw std::runtime_error("no fan"); }));
+  EXPECT_FALSE(RunGuarded([] { throw 42; }));
   EXPECT_THAT(log_, ElementsAre("Exception in a callback: no fan",
                                 "Exception of an unknown type in a callback."));
   EXPECT_FALSE(Interrupted());
 }
 
-TEST_F(AContainedCall, KeepsAnInterruptionToBeRaisedOnce) {
-  EXPECT_FALSE(Contain([] { throw boost::thread_interrupted(); }));
+TEST_F(ACallBehindTheBarrier, KeepsAnInterruptionToBeRaisedOnce) {
+  EXPECT_FALSE(RunGuarded([] { throw boost::thread_interrupted(); }));
   EXPECT_THAT(log_, ElementsAre("Interrupted in a callback."));
   EXPECT_TRUE(Interrupted());
   EXPECT_FALSE(Interrupted());
 }
 
-TEST_F(AContainedCall, DropsWhatItsLogThrowsButForAnInterruption) {
+TEST_F(ACallBehindTheBarrier, DropsWhatItsLogThrowsButForAnInterruption) {
   const auto body = [] { throw std::runtime_error("no fan"); };
-  EXPECT_FALSE(containment::Contain(
+  EXPECT_FALSE(exception_barrier::Run(
       body, [](const std::string&) { throw std::runtime_error("no disk"); }));
   EXPECT_FALSE(Interrupted());
-  EXPECT_FALSE(containment::Contain(
+  EXPECT_FALSE(exception_barrier::Run(
       body, [](const std::string&) { throw boost::thread_interrupted(); }));
   EXPECT_TRUE(Interrupted());
 }
 
-TEST_F(AContainedCall, InterruptsItsOwnThreadOnly) {
-  Contain([] { throw boost::thread_interrupted(); });
+TEST_F(ACallBehindTheBarrier, InterruptsItsOwnThreadOnly) {
+  RunGuarded([] { throw boost::thread_interrupted(); });
   bool other = true;
   std::thread([&] { other = Interrupted(); }).join();
   EXPECT_FALSE(other);

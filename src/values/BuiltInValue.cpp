@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
-#include "values/LibraryValue.h"
+#include "values/BuiltInValue.h"
 
 #include <typeinfo>
 
@@ -11,7 +11,7 @@
 #include "NetSNMPStringNodeData.h"
 #include "NetSNMPUnsignedIntNodeData.h"
 
-bool IsLibraryValue(const NetSNMPNodeData& value) {
+bool IsBuiltInValue(const NetSNMPNodeData& value) {
   switch (value.dataType_) {
     case eNodeDataInt:
       return typeid(value) == typeid(NetSNMPIntNodeData);
