@@ -142,7 +142,9 @@ void AgentState::Alone(const Work& work) {
   try {
     work();
   } catch (const std::exception& exception) {
-    connection_->Abort(exception.what());
+    if (const auto connection = connection_) {
+      connection->Abort(exception.what());
+    }
   }
   serving_ = false;
 }
@@ -153,15 +155,13 @@ void AgentState::Stop() {
   {
     const std::lock_guard lock(mutex_);
     mayWait = mutex_.Depth() == 1;
-    if (mode_ != Mode::Stopped) {
-      mode_ = Mode::Stopped;
-      session_.Stop(agentx::Clock::now());
-      connection_->Update({});
-      connection_->Wake();
-      connection_.reset();
-      opened_.notify_all();
-    }
+    mode_ = Mode::Stopped;
     thread = std::move(thread_);
+    // Who is told of it may start the agent again.
+    const auto connection = std::move(connection_);
+    session_.Stop(agentx::Clock::now());
+    if (connection) connection->Close();
+    opened_.notify_all();
   }
   if (!thread.joinable()) return;
   if (mayWait && thread.get_id() != std::this_thread::get_id()) {
@@ -235,9 +235,22 @@ milliseconds AgentState::AnswerTime() const {
 void AgentState::Notify(std::vector<std::uint8_t> varbinds,
                         const std::string& context,
                         NotificationFunction outcome) {
-  const std::uint64_t id =
-      session_.Notify(std::move(varbinds), context, agentx::Clock::now());
-  if (outcome) outcomes_[id] = std::move(outcome);
+  std::map<std::uint64_t, NotificationResult> told;
+  const auto before = std::exchange(toldEarly_, &told);
+  std::uint64_t id = 0;
+  try {
+    id = session_.Notify(std::move(varbinds), context, agentx::Clock::now());
+  } catch (...) {
+    toldEarly_ = before;
+    throw;
+  }
+  toldEarly_ = before;
+  // With no session and no room to wait it has been dropped already.
+  if (const auto early = told.find(id); outcome && early != told.end()) {
+    TellOutcome(outcome, early->second);
+  } else if (outcome) {
+    outcomes_[id] = std::move(outcome);
+  }
   Update();
 }
 
@@ -310,12 +323,26 @@ void AgentState::OnNotification(std::uint64_t id,
   } else if (outcome == agentx::NotificationOutcome::Dropped) {
     Log(LogLevel::Warning, "a notification was dropped");
   }
-  auto found = outcomes_.extract(id);
-  if (!found) return;
+  const auto found = outcomes_.extract(id);
+  if (!found && !toldEarly_) return;
   try {
-    found.mapped()({static_cast<NotificationResult::Outcome>(outcome),
-                    error == agentx::Error::None ? std::string()
-                                                 : agentx::ToString(error)});
+    NotificationResult result{
+        static_cast<NotificationResult::Outcome>(outcome),
+        error == agentx::Error::None ? std::string() : agentx::ToString(error)};
+    if (found) {
+      TellOutcome(found.mapped(), result);
+    } else {
+      toldEarly_->emplace(id, std::move(result));
+    }
+  } catch (...) {
+    ReportException({});
+  }
+}
+
+void AgentState::TellOutcome(const NotificationFunction& function,
+                             const NotificationResult& result) {
+  try {
+    function(result);
   } catch (...) {
     ReportException({});
   }

@@ -243,12 +243,16 @@ void Connection::Flush() {
   Watch(output.empty() ? EPOLLIN : EPOLLIN | EPOLLOUT);
 }
 
-void Connection::Lose(const std::string& reason) {
+void Connection::Lose(std::string_view reason) {
   CloseSocket();
   session_.Disconnected(agentx::Clock::now(), reason);
 }
 
-void Connection::Abort(const char* reason) { Lose(reason); }
+void Connection::Close() {
+  Flush();
+  CloseSocket();
+  Wake();
+}
 
 void Connection::CloseSocket() {
   ++*attempt_;

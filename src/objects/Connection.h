@@ -10,6 +10,7 @@
 #include <memory>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "agentx/Session.h"
@@ -59,7 +60,10 @@ class Connection {
   void Update(std::optional<agentx::Time> deadline);
 
   // Ends the session, and connects again as after any loss.
-  void Abort(const char* reason);
+  void Abort(const char* reason) { Lose(reason); }
+
+  // Sends what the socket takes of what is left, and is of no use any more.
+  void Close();
 
  private:
   using Endpoints = std::vector<MasterAddress::Endpoint>;
@@ -70,7 +74,7 @@ class Connection {
   void FinishConnecting();
   void Receive();
   void Flush();
-  void Lose(const std::string& reason);
+  void Lose(std::string_view reason);
   void CloseSocket();
   void ServeSocket(std::uint32_t events);
   void Watch(std::uint32_t events);
