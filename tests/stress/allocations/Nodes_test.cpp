@@ -17,10 +17,10 @@ namespace {
 
 // Nothing is half done: what the registry has is registered, and the agent
 // library knows nothing else.
-class ANode : public DataNodeTest {
+class ANodeWithoutMemory : public DataNodeTest {
  protected:
   // Its lines are made and dropped: keeping them would count.
-  ANode() {
+  ANodeWithoutMemory() {
     NetSNMPNode::NodeMsgLogger_ = [](unsigned int, const std::string&) {};
   }
 
@@ -45,7 +45,7 @@ class ANode : public DataNodeTest {
   static constexpr char kLongText[] = "a text too long to lie inline";
 };
 
-TEST_F(ANode, OfAScalarIsBuiltWholeOrNotAtAll) {
+TEST_F(ANodeWithoutMemory, OfAScalarIsBuiltWholeOrNotAtAll) {
   WithEachAllocationFailing([&](const auto& fail) {
     fail([&] {
       Oid oid = kFanSpeedOid;
@@ -57,7 +57,7 @@ TEST_F(ANode, OfAScalarIsBuiltWholeOrNotAtAll) {
   });
 }
 
-TEST_F(ANode, TakesThePlaceOfAnotherWholeOrNotAtAll) {
+TEST_F(ANodeWithoutMemory, TakesThePlaceOfAnotherWholeOrNotAtAll) {
   // The older node's copy of the OID stays, on purpose; see NetSNMPNode.
   for (int number = 1;; ++number) {
     BuildFanSpeed();
@@ -77,7 +77,7 @@ TEST_F(ANode, TakesThePlaceOfAnotherWholeOrNotAtAll) {
   }
 }
 
-TEST_F(ANode, IsRegisteredAndUnregisteredWholeOrNotAtAll) {
+TEST_F(ANodeWithoutMemory, IsRegisteredAndUnregisteredWholeOrNotAtAll) {
   WithEachAllocationFailing([&](const auto& fail) {
     subAgent_.SetConnected(false);
     BuildFanSpeed();
@@ -94,7 +94,7 @@ TEST_F(ANode, IsRegisteredAndUnregisteredWholeOrNotAtAll) {
   });
 }
 
-TEST_F(ANode, IsDestroyedWithoutMemory) {
+TEST_F(ANodeWithoutMemory, IsDestroyedWithoutMemory) {
   WithEachAllocationFailing([&](const auto& fail) {
     BuildFanSpeed();
     Build(kOtherOid, "other", Text(kLongText));
@@ -106,7 +106,7 @@ TEST_F(ANode, IsDestroyedWithoutMemory) {
 }
 
 // Deferring the withdrawal needs no memory.
-TEST_F(ANode, IsDestroyedWithoutMemoryWhileARequestAddressesIt) {
+TEST_F(ANodeWithoutMemory, IsDestroyedWithoutMemoryWhileARequestAddressesIt) {
   WithEachAllocationFailing([&](const auto& fail) {
     BuildFanSpeed();
     {
@@ -141,7 +141,7 @@ class TrackedSet {
   netsnmp_request_info requests_{};
 };
 
-TEST_F(ANode, IsDestroyedWithoutMemoryDuringASet) {
+TEST_F(ANodeWithoutMemory, IsDestroyedWithoutMemoryDuringASet) {
   WithEachAllocationFailing([&](const auto& fail) {
     BuildFanSpeed();
     auto* const registration = LocalAgent::RegistrationAt(kFanSpeedOid);
@@ -156,7 +156,7 @@ TEST_F(ANode, IsDestroyedWithoutMemoryDuringASet) {
   });
 }
 
-TEST_F(ANode, RefusesASetThatThereIsNoMemoryToTrack) {
+TEST_F(ANodeWithoutMemory, RefusesASetThatThereIsNoMemoryToTrack) {
   std::deque<TrackedSet> sets;
   bool tracked = true;
   while (tracked && sets.size() < 1000) {
@@ -170,7 +170,7 @@ TEST_F(ANode, RefusesASetThatThereIsNoMemoryToTrack) {
   in_use::ForgetSets();
 }
 
-TEST_F(ANode, IsDestroyedWithoutMemoryWhileItIsRegistered) {
+TEST_F(ANodeWithoutMemory, IsDestroyedWithoutMemoryWhileItIsRegistered) {
   WithEachAllocationFailing([&](const auto& fail) {
     BuildFanSpeed();
     auto* const registration = LocalAgent::RegistrationAt(kFanSpeedOid);
@@ -188,7 +188,7 @@ TEST_F(ANode, IsDestroyedWithoutMemoryWhileItIsRegistered) {
   });
 }
 
-TEST_F(ANode, AnswersARequestOrFailsIt) {
+TEST_F(ANodeWithoutMemory, AnswersARequestOrFailsIt) {
   const int kModes[] = {MODE_GET, MODE_SET_RESERVE1, MODE_SET_RESERVE2,
                         MODE_SET_ACTION, MODE_SET_COMMIT};
   WithEachAllocationFailing([&](const auto& fail) {
@@ -202,7 +202,7 @@ TEST_F(ANode, AnswersARequestOrFailsIt) {
   });
 }
 
-TEST_F(ANode, OfATrapIsBuiltAndFiredOrNot) {
+TEST_F(ANodeWithoutMemory, OfATrapIsBuiltAndFiredOrNot) {
   WithEachAllocationFailing([&](const auto& fail) {
     NetSNMPDataNode* const object =
         Build(kFanSpeedOid, "fanSpeed", Text(kLongText), nullptr, kLongText);
@@ -218,7 +218,7 @@ TEST_F(ANode, OfATrapIsBuiltAndFiredOrNot) {
   });
 }
 
-TEST_F(ANode, OfADataSetTableIsBuiltAndFilledOrNot) {
+TEST_F(ANodeWithoutMemory, OfADataSetTableIsBuiltAndFilledOrNot) {
   // The agent library keeps a dataset that was registered: one for each turn.
   const KeptDataSets kept;
   unsigned long number = 0;

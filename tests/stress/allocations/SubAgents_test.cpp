@@ -27,12 +27,12 @@ class Receiver : public ISNMPSubAgentCallback {
   void SubAgentStateChanged(int state) override { delete new int(state); }
 };
 
-TEST(ASubAgent, IsBuiltWholeOrNotAtAll) {
+TEST(ASubAgentWithoutMemory, IsBuiltWholeOrNotAtAll) {
   WithEachAllocationFailing(
       [](const auto& fail) { fail([] { const SubAgent subAgent; }); });
 }
 
-TEST(ASubAgent, TakesAReceiverOrNot) {
+TEST(ASubAgentWithoutMemory, TakesAReceiverOrNot) {
   Receiver receiver;
   WithEachAllocationFailing([&](const auto& fail) {
     SubAgent subAgent;
@@ -42,7 +42,7 @@ TEST(ASubAgent, TakesAReceiverOrNot) {
   });
 }
 
-TEST(ASubAgent, TakesEventsWhateverItsReceiversRunOutOf) {
+TEST(ASubAgentWithoutMemory, TakesEventsWhateverItsReceiversRunOutOf) {
   Receiver receiver;
   WithEachAllocationFailing([&](const auto& fail) {
     SubAgent subAgent;
@@ -71,7 +71,7 @@ void WaitForLoop() {
   looping.get_future().wait();
 }
 
-TEST(ASubAgent, HasNoThreadWhenNoneCouldBeMade) {
+TEST(ASubAgentWithoutMemory, HasNoThreadWhenNoneCouldBeMade) {
   const support::AgentLibrarySettings settings(kLongName, "");
   int failures = 0;
   for (int number = 1;; ++number) {

@@ -4,15 +4,15 @@
 
 namespace {
 
-class ATable : public ServedTableTest {
+class ATableWithoutMemory : public ServedTableTest {
  protected:
   // Its lines are made and dropped: keeping them would count.
-  ATable() {
+  ATableWithoutMemory() {
     NetSNMPNode::NodeMsgLogger_ = [](unsigned int, const std::string&) {};
   }
 };
 
-TEST_F(ATable, IsBuiltWholeOrNotAtAll) {
+TEST_F(ATableWithoutMemory, IsBuiltWholeOrNotAtAll) {
   NetSNMPNode::DeleteNodes();
   WithEachAllocationFailing([&](const auto& fail) {
     fail([&] { BuildPortStore(BuildPortTable())->AddRow(Port(1, 2, 3)); });
@@ -21,7 +21,7 @@ TEST_F(ATable, IsBuiltWholeOrNotAtAll) {
   });
 }
 
-TEST_F(ATable, IsDestroyedWithoutMemory) {
+TEST_F(ATableWithoutMemory, IsDestroyedWithoutMemory) {
   NetSNMPNode::DeleteNodes();
   WithEachAllocationFailing([&](const auto& fail) {
     BuildPortStore(BuildPortTable())->AddRow(Port(1, 2, 3));
@@ -31,7 +31,7 @@ TEST_F(ATable, IsDestroyedWithoutMemory) {
   });
 }
 
-TEST_F(ATable, TakesARowOrStaysAsItIs) {
+TEST_F(ATableWithoutMemory, TakesARowOrStaysAsItIs) {
   WithEachAllocationFailing([&](const auto& fail) {
     AddSlot(1, 1, 5);
     const bool added = fail([&] { AddSlot(1, 2, 6); });
@@ -45,7 +45,7 @@ TEST_F(ATable, TakesARowOrStaysAsItIs) {
   });
 }
 
-TEST_F(ATable, HandsOutAndLosesItsRowsOrStaysAsItIs) {
+TEST_F(ATableWithoutMemory, HandsOutAndLosesItsRowsOrStaysAsItIs) {
   WithEachAllocationFailing([&](const auto& fail) {
     AddSlot(1, 1, 5);
     AddSlot(1, 10, 6);
@@ -60,7 +60,7 @@ TEST_F(ATable, HandsOutAndLosesItsRowsOrStaysAsItIs) {
   });
 }
 
-TEST_F(ATable, AnswersARequestOrFailsIt) {
+TEST_F(ATableWithoutMemory, AnswersARequestOrFailsIt) {
   AddSlot(1, 1, 5);
   AddSlot(1, 2, 6);
   WithEachAllocationFailing([&](const auto& fail) {
@@ -72,7 +72,7 @@ TEST_F(ATable, AnswersARequestOrFailsIt) {
   EXPECT_EQ(WalkedRows(), (std::vector<std::string>{"1.1", "1.2"}));
 }
 
-TEST_F(ATable, CarriesOutASetOrFailsIt) {
+TEST_F(ATableWithoutMemory, CarriesOutASetOrFailsIt) {
   int number = 5;
   NetSNMPIntNodeData cell(&number, eNodeAccessReadWrite);
   ASSERT_TRUE(store_->AddRow(Values(Index(Int(1)), Index(Unsigned(1)), cell)));

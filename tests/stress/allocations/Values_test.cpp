@@ -10,10 +10,10 @@
 namespace {
 
 template <typename K>
-class AValue : public testing::Test {};
-TYPED_TEST_SUITE(AValue, Kinds, KindName);
+class AValueWithoutMemory : public testing::Test {};
+TYPED_TEST_SUITE(AValueWithoutMemory, Kinds, KindName);
 
-TYPED_TEST(AValue, IsBuiltWholeOrNotAtAll) {
+TYPED_TEST(AValueWithoutMemory, IsBuiltWholeOrNotAtAll) {
   auto variable = TypeParam::kOne;
   WithEachAllocationFailing([&](const auto& fail) {
     fail([&] {
@@ -24,7 +24,7 @@ TYPED_TEST(AValue, IsBuiltWholeOrNotAtAll) {
   });
 }
 
-TYPED_TEST(AValue, KeepsItsLocalDataWhenItCannotBeReplaced) {
+TYPED_TEST(AValueWithoutMemory, KeepsItsLocalDataWhenItCannotBeReplaced) {
   auto variable = TypeParam::kOne;
   auto other = TypeParam::kOther;
   WithEachAllocationFailing([&](const auto& fail) {
@@ -36,7 +36,7 @@ TYPED_TEST(AValue, KeepsItsLocalDataWhenItCannotBeReplaced) {
   });
 }
 
-TYPED_TEST(AValue, KeepsItsLocalDataWhenItCannotCopyAnother) {
+TYPED_TEST(AValueWithoutMemory, KeepsItsLocalDataWhenItCannotCopyAnother) {
   auto variable = TypeParam::kOne;
   auto other = TypeParam::kOther;
   WithEachAllocationFailing([&](const auto& fail) {
@@ -48,7 +48,7 @@ TYPED_TEST(AValue, KeepsItsLocalDataWhenItCannotCopyAnother) {
   });
 }
 
-TYPED_TEST(AValue, WritesAndLosesNoMoreThanItsLogLine) {
+TYPED_TEST(AValueWithoutMemory, WritesAndLosesNoMoreThanItsLogLine) {
   auto variable = TypeParam::kOne;
   const auto other = TypeParam::kOther;
   const ScopedRegistry registry;
@@ -69,9 +69,9 @@ TYPED_TEST(AValue, WritesAndLosesNoMoreThanItsLogLine) {
 
 using Vector = std::vector<NetSNMPNodeData*>;
 
-class AVectorOfValues : public testing::Test {
+class AVectorWithoutMemory : public testing::Test {
  protected:
-  AVectorOfValues() {
+  AVectorWithoutMemory() {
     std::string text = "a text too long to lie inline";
     int number = 7;
     const NetSNMPStringNodeData textValue(&text, eNodeAccessReadOnly, true);
@@ -80,12 +80,14 @@ class AVectorOfValues : public testing::Test {
     NetSNMPNodeData::CatDataVector(values_, index);
     NetSNMPNodeData::CatDataVector(values_, textValue);
   }
-  ~AVectorOfValues() override { NetSNMPNodeData::DestroyDataVector(values_); }
+  ~AVectorWithoutMemory() override {
+    NetSNMPNodeData::DestroyDataVector(values_);
+  }
 
   Vector values_;
 };
 
-TEST_F(AVectorOfValues, IsCopiedWholeOrNotAtAll) {
+TEST_F(AVectorWithoutMemory, IsCopiedWholeOrNotAtAll) {
   WithEachAllocationFailing([&](const auto& fail) {
     Vector copy;
     const bool copied =
@@ -101,7 +103,7 @@ TEST_F(AVectorOfValues, IsCopiedWholeOrNotAtAll) {
   });
 }
 
-TEST_F(AVectorOfValues, GrowsByWholeValuesOrNotAtAll) {
+TEST_F(AVectorWithoutMemory, GrowsByWholeValuesOrNotAtAll) {
   WithEachAllocationFailing([&](const auto& fail) {
     Vector copy;
     const bool grown =
@@ -111,7 +113,7 @@ TEST_F(AVectorOfValues, GrowsByWholeValuesOrNotAtAll) {
   });
 }
 
-TEST_F(AVectorOfValues, MakesAWholeTableRowOrNone) {
+TEST_F(AVectorWithoutMemory, MakesAWholeTableRowOrNone) {
   WithEachAllocationFailing([&](const auto& fail) {
     fail([&] {
       NetSNMPTableRow row(values_);

@@ -22,7 +22,7 @@ namespace {
 const Oid kSysUpTime{1, 3, 6, 1, 2, 1, 1, 3, 0};
 const Oid kSnmpTrapOid{1, 3, 6, 1, 6, 3, 1, 1, 4, 1, 0};
 
-class ASubAgent : public FakeMasterTest {
+class ASubAgentOnTheWire : public FakeMasterTest {
  protected:
   // The messages up to the last registration, all granted.
   std::vector<Pdu> ConnectAndRecord() {
@@ -41,18 +41,19 @@ bool IsInstance(const Pdu& message) {
   return (message.header.flags & agentx::kInstanceRegistration) != 0;
 }
 
-TEST_F(ASubAgent, OpensASessionThatHasNoIdYet) {
+TEST_F(ASubAgentOnTheWire, OpensASessionThatHasNoIdYet) {
   const std::vector<Pdu> messages = ConnectAndRecord();
   EXPECT_TRUE(std::holds_alternative<agentx::Open>(messages[0].body));
   EXPECT_EQ(messages[0].header.sessionId, 0U);
 }
 
-TEST_F(ASubAgent, RegistersItsNodesInTheOrderOfTheirNames) {
+TEST_F(ASubAgentOnTheWire, RegistersItsNodesInTheOrderOfTheirNames) {
   ConnectAndRecord();
   EXPECT_EQ(session_->Registered(), Device::Subtrees());
 }
 
-TEST_F(ASubAgent, RegistersSubtreesWithoutRangeAtDefaultPriorityAndTimeout) {
+TEST_F(ASubAgentOnTheWire,
+       RegistersSubtreesWithoutRangeAtDefaultPriorityAndTimeout) {
   const std::vector<Pdu> messages = ConnectAndRecord();
   ASSERT_EQ(messages.size(), 1 + Device::Subtrees().size());
   for (std::size_t i = 1; i < messages.size(); ++i) {
@@ -64,7 +65,7 @@ TEST_F(ASubAgent, RegistersSubtreesWithoutRangeAtDefaultPriorityAndTimeout) {
   }
 }
 
-TEST_F(ASubAgent, RegistersScalarsAloneAsInstances) {
+TEST_F(ASubAgentOnTheWire, RegistersScalarsAloneAsInstances) {
   const std::vector<Pdu> messages = ConnectAndRecord();
   std::vector<Oid> instances;
   for (const Pdu& message : messages) {
@@ -74,7 +75,7 @@ TEST_F(ASubAgent, RegistersScalarsAloneAsInstances) {
   EXPECT_THAT(instances, ElementsAre(Device::Scalar()));
 }
 
-TEST_F(ASubAgent, NamesItsSessionInWhateverItSends) {
+TEST_F(ASubAgentOnTheWire, NamesItsSessionInWhateverItSends) {
   std::vector<Pdu> messages = ConnectAndRecord();
   messages.erase(messages.begin());
   device_.Notify();
@@ -90,7 +91,7 @@ TEST_F(ASubAgent, NamesItsSessionInWhateverItSends) {
   }
 }
 
-TEST_F(ASubAgent, SendsItsNotificationsWithTheirObjects) {
+TEST_F(ASubAgentOnTheWire, SendsItsNotificationsWithTheirObjects) {
   Connect();
   device_.Notify();
   std::vector<agentx::Notify> sent;
@@ -109,7 +110,7 @@ TEST_F(ASubAgent, SendsItsNotificationsWithTheirObjects) {
             (Varbind{Device::Scalar(), {Type::kInteger, std::int32_t{7}}}));
 }
 
-TEST_F(ASubAgent, WithdrawsADeletedNodeAsItRegisteredIt) {
+TEST_F(ASubAgentOnTheWire, WithdrawsADeletedNodeAsItRegisteredIt) {
   Connect();
   const auto deleted = std::async(
       std::launch::async, [] { delete NetSNMPNode::nodeMap_->at("a level"); });
@@ -128,7 +129,7 @@ TEST_F(ASubAgent, WithdrawsADeletedNodeAsItRegisteredIt) {
 }
 
 // Each of the bytes comes with a packet of its own.
-TEST_F(ASubAgent, TakesAnAnswerInPieces) {
+TEST_F(ASubAgentOnTheWire, TakesAnAnswerInPieces) {
   Connect();
   const Pdu ping = session_->Next();
   for (const std::uint8_t byte : NextMessage(*session_, ping)) {
@@ -139,10 +140,10 @@ TEST_F(ASubAgent, TakesAnAnswerInPieces) {
 }
 
 // One test for each byte order (RFC 2741, section 6.1).
-class ASession : public FakeMasterTest,
-                 public testing::WithParamInterface<std::uint8_t> {
+class ASessionOnTheWire : public FakeMasterTest,
+                          public testing::WithParamInterface<std::uint8_t> {
  protected:
-  ASession() { Connect(); }
+  ASessionOnTheWire() { Connect(); }
 
   Pdu Ask(const agentx::Body& request) {
     session_->SetByteOrder(GetParam());
@@ -151,19 +152,19 @@ class ASession : public FakeMasterTest,
   }
 };
 
-TEST_P(ASession, AnswersInTheByteOrderOfTheRequest) {
+TEST_P(ASessionOnTheWire, AnswersInTheByteOrderOfTheRequest) {
   const Pdu answer = Ask(agentx::Get{{{Device::Scalar(), true, {}}}});
   EXPECT_EQ(answer.header.flags & agentx::kNetworkByteOrder, GetParam());
   EXPECT_THAT(std::get<agentx::Response>(answer.body).varbinds,
               ElementsAre(device_.Objects().front()));
 }
 
-TEST_P(ASession, ServesAllObjectsInEitherByteOrder) {
+TEST_P(ASessionOnTheWire, ServesAllObjectsInEitherByteOrder) {
   session_->SetByteOrder(GetParam());
   EXPECT_EQ(Walk(*session_, Device::Subtrees()), device_.Objects());
 }
 
-TEST_P(ASession, AnswersManyObjectsAtOnceInEitherByteOrder) {
+TEST_P(ASessionOnTheWire, AnswersManyObjectsAtOnceInEitherByteOrder) {
   const Pdu answer =
       Ask(agentx::GetBulk{0, 2, {{Device::Subtrees()[2], true, {}}}});
   const std::vector<Varbind> objects = device_.Objects();
@@ -171,15 +172,15 @@ TEST_P(ASession, AnswersManyObjectsAtOnceInEitherByteOrder) {
               ElementsAre(objects[2], objects[3]));
 }
 
-TEST_P(ASession, TakesValuesInEitherByteOrder) {
+TEST_P(ASessionOnTheWire, TakesValuesInEitherByteOrder) {
   session_->SetByteOrder(GetParam());
   const Varbind written{Device::Scalar(), {Type::kInteger, -0x01020304}};
   EXPECT_EQ(session_->Set({written}).error, 0);
   EXPECT_EQ(device_.Objects().front(), written);
 }
 
-INSTANTIATE_TEST_SUITE_P(BigEndian, ASession,
+INSTANTIATE_TEST_SUITE_P(BigEndian, ASessionOnTheWire,
                          testing::Values(agentx::kNetworkByteOrder));
-INSTANTIATE_TEST_SUITE_P(LittleEndian, ASession, testing::Values(0));
+INSTANTIATE_TEST_SUITE_P(LittleEndian, ASessionOnTheWire, testing::Values(0));
 
 }  // namespace

@@ -147,9 +147,10 @@ const eNodeAccessMode kAccessModes[] = {eNodeAccessDefault, eNodeAccessReadOnly,
                                         eNodeAccessWriteOnly};
 
 // Four scalars of one type, one for each access mode, and one after them.
-class AValue : public testing::TestWithParam<std::tuple<ValueKind, bool>> {
+class AServedValue
+    : public testing::TestWithParam<std::tuple<ValueKind, bool>> {
  protected:
-  AValue() {
+  AServedValue() {
     session_.Connect();
     for (eNodeAccessMode mode : kAccessModes) {
       AddScalar(Number(mode), Name(mode),
@@ -194,7 +195,7 @@ class AValue : public testing::TestWithParam<std::tuple<ValueKind, bool>> {
   Session session_;
 };
 
-TEST_P(AValue, IsReadByGetUnlessItIsWriteOnly) {
+TEST_P(AServedValue, IsReadByGetUnlessItIsWriteOnly) {
   for (eNodeAccessMode mode :
        {eNodeAccessDefault, eNodeAccessReadOnly, eNodeAccessReadWrite}) {
     const CommandResult result = session_.Manager().Get(Oid(mode));
@@ -205,7 +206,7 @@ TEST_P(AValue, IsReadByGetUnlessItIsWriteOnly) {
               HasSubstr("No Such"));
 }
 
-TEST_P(AValue, IsFoundByGetNextUnlessItIsWriteOnly) {
+TEST_P(AServedValue, IsFoundByGetNextUnlessItIsWriteOnly) {
   std::string previous = ScalarsOid();
   for (eNodeAccessMode mode :
        {eNodeAccessDefault, eNodeAccessReadOnly, eNodeAccessReadWrite}) {
@@ -217,7 +218,7 @@ TEST_P(AValue, IsFoundByGetNextUnlessItIsWriteOnly) {
               HasSubstr(" = INTEGER: 12345"));
 }
 
-TEST_P(AValue, IsWrittenBySetIfItIsWritable) {
+TEST_P(AServedValue, IsWrittenBySetIfItIsWritable) {
   for (eNodeAccessMode mode : {eNodeAccessReadWrite, eNodeAccessWriteOnly}) {
     SCOPED_TRACE(mode);
     const CommandResult result = Set(mode);
@@ -229,7 +230,7 @@ TEST_P(AValue, IsWrittenBySetIfItIsWritable) {
   EXPECT_EQ(BytesOf(eNodeAccessWriteOnly), BytesOf(eNodeAccessReadWrite));
 }
 
-TEST_P(AValue, RefusesASetIfItIsNotWritable) {
+TEST_P(AServedValue, RefusesASetIfItIsNotWritable) {
   for (eNodeAccessMode mode : {eNodeAccessDefault, eNodeAccessReadOnly}) {
     const CommandResult result = Set(mode);
     EXPECT_FALSE(result.Succeeded());
@@ -241,7 +242,7 @@ TEST_P(AValue, RefusesASetIfItIsNotWritable) {
 }
 
 INSTANTIATE_TEST_SUITE_P(
-    OfEachType, AValue,
+    OfEachType, AServedValue,
     testing::Combine(Values(kInt, kUnsignedInt, kString, kChar, kBool, kByte),
                      testing::Bool()),
     [](const TestParamInfo<std::tuple<ValueKind, bool>>& info) {

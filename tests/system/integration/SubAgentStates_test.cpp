@@ -41,7 +41,7 @@ using testkit::WaitFor;
 
 namespace {
 
-TEST(AConstructedSubAgent, NeitherRunsNorIsConnected) {
+TEST(ASubAgentNotYetStarted, NeitherRunsNorIsConnected) {
   const std::size_t threads = ThreadCount();
   const TestSubAgent subAgent(LoopbackPort().Number());
   EXPECT_FALSE(subAgent.IsRunning());
@@ -49,7 +49,7 @@ TEST(AConstructedSubAgent, NeitherRunsNorIsConnected) {
   EXPECT_EQ(ThreadCount(), threads);
 }
 
-TEST(AConstructedSubAgent, IsStoppedWithoutEffect) {
+TEST(ASubAgentNotYetStarted, IsStoppedWithoutEffect) {
   TestSubAgent subAgent(LoopbackPort().Number());
   EXPECT_EQ(subAgent.Stop(), 0);
   EXPECT_FALSE(subAgent.IsRunning());
@@ -227,7 +227,7 @@ TEST(ASignal, DoesNotEndTheSubAgent) {
   EXPECT_THAT(session.Manager().Get(ScalarOid(1)).out, HasSubstr("INTEGER: 1"));
 }
 
-TEST(ADestroyedSubAgent, HasEndedItsThread) {
+TEST(ASubAgentDestroyedWhileConnected, HasEndedItsThread) {
   MasterAgent master;
   const std::size_t threads = ThreadCount();
   {
@@ -237,7 +237,7 @@ TEST(ADestroyedSubAgent, HasEndedItsThread) {
   EXPECT_TRUE(WaitForThreadCount(threads));
 }
 
-TEST(ADestroyedSubAgent, LeavesNodesDisconnected) {
+TEST(ASubAgentDestroyedWhileConnected, LeavesNodesDisconnected) {
   MasterAgent master;
   NodeRegistry registry;
   auto subAgent = std::make_unique<TestSubAgent>(master.AgentXPort());
@@ -250,7 +250,7 @@ TEST(ADestroyedSubAgent, LeavesNodesDisconnected) {
   EXPECT_FALSE(before->registered_);
 }
 
-TEST(ADestroyedSubAgent, IsNotToldThatTheMasterAgentEnds) {
+TEST(ASubAgentDestroyedWhileConnected, IsNotToldThatTheMasterAgentEnds) {
   MasterAgent master;
   support::ConnectionReceiver receiver;
   auto first = std::make_unique<TestSubAgent>(master.AgentXPort());

@@ -38,7 +38,7 @@ TEST(ASetting, OfAnUnknownStoreIsRefused) {
 
 // ---- Callbacks ----
 
-class ACallback : public testing::Test {
+class AnAgentLibraryCallback : public testing::Test {
  protected:
   static constexpr int kMajor = SNMP_CALLBACK_APPLICATION;
   static constexpr int kMinor = 7;
@@ -56,7 +56,7 @@ class ACallback : public testing::Test {
   std::vector<int> second_;
 };
 
-TEST_F(ACallback, IsCalledUntilItIsUnregistered) {
+TEST_F(AnAgentLibraryCallback, IsCalledUntilItIsUnregistered) {
   EXPECT_EQ(NetSNMP::register_snmp_callback(kMajor, kMinor, Note, &first_), 0);
   Raise(1);
   EXPECT_EQ(NetSNMP::unregister_snmp_callback(kMajor, kMinor, Note, &first_, 1),
@@ -65,7 +65,7 @@ TEST_F(ACallback, IsCalledUntilItIsUnregistered) {
   EXPECT_THAT(first_, ElementsAre(1));
 }
 
-TEST_F(ACallback, IsUnregisteredByItsArgumentOnlyIfAskedTo) {
+TEST_F(AnAgentLibraryCallback, IsUnregisteredByItsArgumentOnlyIfAskedTo) {
   NetSNMP::register_snmp_callback(kMajor, kMinor, Note, &first_);
   NetSNMP::register_snmp_callback(kMajor, kMinor, Note, &second_);
   EXPECT_EQ(NetSNMP::unregister_snmp_callback(kMajor, kMinor, Note, &first_, 1),
@@ -78,7 +78,7 @@ TEST_F(ACallback, IsUnregisteredByItsArgumentOnlyIfAskedTo) {
             2);
 }
 
-TEST_F(ACallback, OfAnUnknownKindIsRefused) {
+TEST_F(AnAgentLibraryCallback, OfAnUnknownKindIsRefused) {
   EXPECT_EQ(NetSNMP::register_snmp_callback(4711, kMinor, Note, nullptr),
             SNMPERR_GENERR);
   EXPECT_EQ(NetSNMP::unregister_snmp_callback(4711, kMinor, Note, nullptr, 0),

@@ -245,7 +245,7 @@ class NeglectfulSubAgent : public SNMPSubAgent {
   int& stops_;
 };
 
-TEST(ADestroyedSubAgent, HasStoppedItsThreadByItself) {
+TEST(ASubAgentDestroyedWhileRunning, HasStoppedItsThreadByItself) {
   const support::AgentLibrarySettings settings("neglectful", "");
   const testkit::LoopbackPort port;
   int stops = 0;
@@ -260,7 +260,8 @@ TEST(ADestroyedSubAgent, HasStoppedItsThreadByItself) {
   EXPECT_EQ(stops, 0);
 }
 
-TEST(ADestroyedSubAgent, IgnoresAnEventThatComesWhileItsThreadEnds) {
+TEST(ASubAgentDestroyedWhileRunning,
+     IgnoresAnEventThatComesWhileItsThreadEnds) {
   const support::AgentLibrarySettings settings("neglectful", "");
   const testkit::LoopbackPort port;
   CallJournal& journal = CallJournal::Get();

@@ -87,26 +87,26 @@ TEST(ASearchRange, MarksWhetherItsStartIsIncluded) {
                    2, 0, 0, 0, 0, 0, 0, 1, 0, 0, 0, 4}));
 }
 
-TEST(AVarbind, IsPaddedToFourBytes) {
+TEST(AnEncodedVarbind, IsPaddedToFourBytes) {
   const Notify notify{{{{}, {Type::kOctetString, std::string("abcde")}}}};
   EXPECT_EQ(Payload(Encoded(notify, kNetworkByteOrder)),
             (Bytes{0, 4, 0,   0,   0,   0,   0,   0, 0, 0,
                    0, 5, 'a', 'b', 'c', 'd', 'e', 0, 0, 0}));
 }
 
-TEST(AVarbind, OfAnUnknownTypeIsMalformed) {
+TEST(AnEncodedVarbind, OfAnUnknownTypeIsMalformed) {
   Bytes bytes =
       Encoded(Notify{{{{1, 3}, {Type::kNull, {}}}}}, kNetworkByteOrder);
   bytes[kHeaderSize + 1] = 7;
   EXPECT_THROW(Decoded(bytes), Malformed);
 }
 
-TEST(AVarbind, WhoseContentIsNotOfItsTypeCannotBeWritten) {
+TEST(AnEncodedVarbind, WhoseContentIsNotOfItsTypeCannotBeWritten) {
   const Notify notify{{{{1, 3}, {Type::kInteger, std::string("1")}}}};
   EXPECT_THROW(Encoded(notify, 0), std::bad_variant_access);
 }
 
-TEST(ARegistration, NamesAnUpperBoundOnlyForARange) {
+TEST(ARegisterMessage, NamesAnUpperBoundOnlyForARange) {
   const Register plain{3, 127, 0, {1, 3}, 9};
   EXPECT_EQ(Payload(Encoded(plain, kNetworkByteOrder)),
             (Bytes{3, 127, 0, 0, 2, 0, 0, 0, 0, 0, 0, 1, 0, 0, 0, 3}));

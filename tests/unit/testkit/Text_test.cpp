@@ -13,7 +13,7 @@ TEST(TheTextOfAnOid, IsItsDottedForm) {
   EXPECT_EQ(Text(Oid{}), "");
 }
 
-TEST(TheTextOfAValue, NamesItsTypeAndContent) {
+TEST(TheTextOfAnAgentXValue, NamesItsTypeAndContent) {
   EXPECT_EQ(Text(Value{Type::kInteger, std::int32_t{-5}}), "INTEGER -5");
   EXPECT_EQ(Text(Value{Type::kOctetString, std::string("a\2")}),
             "OCTET STRING \"a\\2\"");

@@ -4,8 +4,8 @@
 #include <array>
 
 #include "NetSNMPIntNodeData.h"
-#include "OwnerTest.h"
 #include "support/Layout.h"
+#include "support/OwnerTest.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 #include "NetSNMPCharNodeData.h"
 
-#include "OwnerTest.h"
+#include "support/OwnerTest.h"
 
 namespace {
 

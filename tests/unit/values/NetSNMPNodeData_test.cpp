@@ -8,8 +8,8 @@
 #include "NetSNMP.h"
 #include "NetSNMPDataNode.h"
 #include "NetSNMPIntNodeData.h"
-#include "OwnerTest.h"
 #include "support/Layout.h"
+#include "support/OwnerTest.h"
 #include "support/VirtualSlot.h"
 
 namespace {

@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "NetSNMPIntNodeData.h"
-#include "OwnerTest.h"
+#include "support/OwnerTest.h"
 #include "values/BuiltInValue.h"
 
 namespace {

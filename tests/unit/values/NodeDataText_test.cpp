@@ -5,8 +5,8 @@
 #include <locale>
 #include <sstream>
 
-#include "OwnerTest.h"
 #include "support/Kinds.h"
+#include "support/OwnerTest.h"
 
 namespace {
 

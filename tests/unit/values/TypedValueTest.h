@@ -5,7 +5,7 @@
 #include <memory>
 #include <vector>
 
-#include "OwnerTest.h"
+#include "support/OwnerTest.h"
 #include "support/Kinds.h"
 
 // Values of a kind over a variable of the application, and with local data.

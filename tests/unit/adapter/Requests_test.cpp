@@ -16,7 +16,7 @@ struct ModeCase {
   long sentAfter;
 };
 
-TEST(ARequest, IsServedByItsMode) {
+TEST(AServedRequest, IsServedByItsMode) {
   const ModeCase cases[] = {
       {MODE_SET_BEGIN, 3, 7, 42},    {MODE_SET_RESERVE1, 0, 7, 42},
       {MODE_SET_RESERVE2, 0, 7, 42}, {MODE_SET_ACTION, 0, 7, 42},
@@ -39,7 +39,7 @@ TEST(ARequest, IsServedByItsMode) {
   }
 }
 
-TEST(ARequest, HasTheModesOfTheAgentLibrary) {
+TEST(AServedRequest, HasTheModesOfTheAgentLibrary) {
   EXPECT_EQ(MODE_SET_BEGIN, -1);
   EXPECT_EQ(MODE_SET_RESERVE1, 0);
   EXPECT_EQ(MODE_SET_RESERVE2, 1);
@@ -51,7 +51,7 @@ TEST(ARequest, HasTheModesOfTheAgentLibrary) {
   EXPECT_EQ(MODE_GETNEXT, 161);
 }
 
-TEST(ARequest, IsCheckedInBothReservePhases) {
+TEST(AServedRequest, IsCheckedInBothReservePhases) {
   NetSNMPBoolNodeData truth = Bool(false, eNodeAccessReadWrite);
   NetSNMPIntNodeData readOnly = Int(7, eNodeAccessReadOnly);
   for (const int phase : {MODE_SET_RESERVE1, MODE_SET_RESERVE2}) {
@@ -67,14 +67,14 @@ TEST(ARequest, IsCheckedInBothReservePhases) {
   }
 }
 
-TEST(ARequest, PassesTheActionPhaseUnchecked) {
+TEST(AServedRequest, PassesTheActionPhaseUnchecked) {
   NetSNMPIntNodeData readOnly = Int(7, eNodeAccessReadOnly);
   EXPECT_EQ(NetSNMP::handle_snmp_request(Varbind::WithoutValue(), &readOnly,
                                          MODE_SET_ACTION),
             0);
 }
 
-TEST(ARequest, IsNotUndone) {
+TEST(AServedRequest, IsNotUndone) {
   int number = 7;
   NetSNMPIntNodeData value(&number, eNodeAccessReadWrite);
   const Varbind varbind = Varbind::Integer(42);
@@ -83,7 +83,7 @@ TEST(ARequest, IsNotUndone) {
   EXPECT_EQ(number, 42);
 }
 
-TEST(ARequest, ReadsAnUntypedValueAsNull) {
+TEST(AServedRequest, ReadsAnUntypedValueAsNull) {
   const Varbind varbind = Varbind::Integer(42);
   EXPECT_EQ(NetSNMP::handle_snmp_request(varbind, Untyped(1).get(), MODE_GET),
             0);
@@ -91,13 +91,36 @@ TEST(ARequest, ReadsAnUntypedValueAsNull) {
   EXPECT_EQ(varbind->val_len, 0U);
 }
 
-TEST(ARequest, PassesOnThatTheAgentLibraryCouldNotCopyTheValue) {
+TEST(AServedRequest, PassesOnThatTheAgentLibraryCouldNotCopyTheValue) {
   NetSNMPIntNodeData value(nullptr, eNodeAccessReadOnly);
   for (const int mode : {MODE_GET, MODE_GETNEXT}) {
     const Varbind varbind = Varbind::Integer(42);
     const Varbind same = Varbind::Integer(42);
     EXPECT_EQ(NetSNMP::handle_snmp_request(varbind, &value, mode),
               snmp_set_var_typed_value(same, ASN_INTEGER, nullptr, 4));
+  }
+}
+
+TEST(ARequestError, IsRecordedWhenItIsAboveZero) {
+  for (const int error : {1, 2, 3, 5, 17}) {
+    netsnmp_agent_request_info agentRequest = {};
+    netsnmp_request_info request = {};
+    agentRequest.mode = MODE_SET_RESERVE1;
+    EXPECT_EQ(NetSNMP::set_snmp_request_error(&agentRequest, &request, error),
+              error);
+    EXPECT_EQ(request.status, error);
+    EXPECT_EQ(request.processed, 1);
+  }
+}
+
+TEST(ARequestError, TouchesNoRequestWhenItIsNone) {
+  for (const int error : {0, -1, -2}) {
+    netsnmp_agent_request_info agentRequest = {};
+    netsnmp_request_info request = {};
+    EXPECT_EQ(NetSNMP::set_snmp_request_error(&agentRequest, &request, error),
+              error);
+    EXPECT_EQ(request.status, 0);
+    EXPECT_EQ(request.processed, 0);
   }
 }
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "OwnerTest.h"
+#include "support/OwnerTest.h"
 
 namespace {
 
@@ -22,9 +22,9 @@ struct NotificationCase {
   const std::vector<std::string>& lines;
 };
 
-class ANotification : public OwnerTest {};
+class AChangeOfAValue : public OwnerTest {};
 
-TEST_F(ANotification, CallsTheCallbackOfTheOwnerElseFiresItsTrap) {
+TEST_F(AChangeOfAValue, CallsTheCallbackOfTheOwnerElseFiresItsTrap) {
   const NotificationCase cases[] = {
       {"no callback", true, false, nullptr, kTrap},
       {"callback", true, false, LogCall, kCallback},
@@ -44,28 +44,28 @@ TEST_F(ANotification, CallsTheCallbackOfTheOwnerElseFiresItsTrap) {
   }
 }
 
-TEST_F(ANotification, WithoutAnOwnerTellsNobody) {
+TEST_F(AChangeOfAValue, WithoutAnOwnerTellsNobody) {
   OwnedBy(nullptr).OnSetNodeValue();
   EXPECT_THAT(log_.Lines(), IsEmpty());
 }
 
 NetSNMPDataNode* calledFor = nullptr;
 
-TEST_F(ANotification, PassesTheOwnerToItsCallback) {
+TEST_F(AChangeOfAValue, PassesTheOwnerToItsCallback) {
   NetSNMPDataNode* const owner =
       BuildOwner([](NetSNMPDataNode* node) { calledFor = node; });
   OwnedBy(owner).OnSetNodeValue();
   EXPECT_EQ(calledFor, owner);
 }
 
-TEST_F(ANotification, EndsQuietlyWhenTheCallbackDeletesTheOwner) {
+TEST_F(AChangeOfAValue, EndsQuietlyWhenTheCallbackDeletesTheOwner) {
   NetSNMPDataNode* const owner =
       BuildOwner([](NetSNMPDataNode* node) { delete node; });
   owner->nodeData_->OnSetNodeValue();
   EXPECT_THAT(log_.Lines(), IsEmpty());
 }
 
-TEST_F(ANotification, EndsQuietlyWhenTheCallbackReplacesTheOwner) {
+TEST_F(AChangeOfAValue, EndsQuietlyWhenTheCallbackReplacesTheOwner) {
   NetSNMPDataNode* const owner =
       BuildOwner([](NetSNMPDataNode*) { BuildOwner(); });
   owner->nodeData_->OnSetNodeValue();
