@@ -22,7 +22,7 @@ using testkit::agentx::UndoSet;
 
 namespace {
 
-class ANodeInUse : public WithdrawalTest {
+class ADeletedNode : public WithdrawalTest {
  protected:
   // In the last phase of such a SET the agent library passes the table's
   // handlers by, from its own on.
@@ -32,7 +32,7 @@ class ANodeInUse : public WithdrawalTest {
   }
 };
 
-TEST_F(ANodeInUse, MayBeDeletedByItsOwnCallback) {
+TEST_F(ADeletedNode, MayBeDeletedByItsOwnCallback) {
   OnUse([] { Delete("called"); });
   EXPECT_EQ(session_->Set({Integer(Scalar(2), 8)}).error, kNoError);
   EXPECT_EQ(written, 8);
@@ -40,7 +40,7 @@ TEST_F(ANodeInUse, MayBeDeletedByItsOwnCallback) {
   EXPECT_EQ(Get(Scalar(2)).value.type, Type::kNoSuchObject);
 }
 
-TEST_F(ANodeInUse, MayBeDeletedByTheCallbackOfAnotherOfItsSet) {
+TEST_F(ADeletedNode, MayBeDeletedByTheCallbackOfAnotherOfItsSet) {
   AsApplication(1, [this] {
     AddScalar(3, "other", NetSNMPIntNodeData(&other_, eNodeAccessReadWrite));
   });
@@ -52,7 +52,7 @@ TEST_F(ANodeInUse, MayBeDeletedByTheCallbackOfAnotherOfItsSet) {
   EXPECT_EQ(Get(Scalar(2)), Integer(Scalar(2), 8));
 }
 
-TEST_F(ANodeInUse, IsWithdrawnAtOnceWhenNoRequestAddressesIt) {
+TEST_F(ADeletedNode, IsWithdrawnAtOnceWhenNoRequestAddressesIt) {
   AsApplication(1, [] { AddIntScalar(3, "other", 1); });
   OnUse([] { Delete("other"); });
   EXPECT_EQ(session_->Set({Integer(Scalar(2), 8)}).error, kNoError);
@@ -60,7 +60,7 @@ TEST_F(ANodeInUse, IsWithdrawnAtOnceWhenNoRequestAddressesIt) {
   EXPECT_FALSE(IsRegistered(Scalar(3)));
 }
 
-TEST_F(ANodeInUse, MayBeReplacedByItsOwnCallback) {
+TEST_F(ADeletedNode, MayBeReplacedByItsOwnCallback) {
   for (const char* name : {"called", "another"}) {
     OnUse([name] {
       if (name != std::string("called")) Delete("called");
@@ -74,7 +74,7 @@ TEST_F(ANodeInUse, MayBeReplacedByItsOwnCallback) {
   }
 }
 
-TEST_F(ANodeInUse, MayBeReplacedByATable) {
+TEST_F(ADeletedNode, MayBeReplacedByATable) {
   OnUse([] {
     Delete("called");
     std::array<unsigned long, 10> oid{1, 3, 6, 1, 4, 1, 32473, 99, 2, 0};
@@ -91,7 +91,7 @@ TEST_F(ANodeInUse, MayBeReplacedByATable) {
   ExpectToBeServed(Integer(cell, 5));
 }
 
-TEST_F(ANodeInUse, MayBeReplacedByADataSet) {
+TEST_F(ADeletedNode, MayBeReplacedByADataSet) {
   ServeTable();
   OnUse([] {
     Delete("table");
@@ -102,13 +102,13 @@ TEST_F(ANodeInUse, MayBeReplacedByADataSet) {
   session_->ServeUntil([&] { return IsRegistered(Table()); });
 }
 
-TEST_F(ANodeInUse, MayBeRegisteredAnewByItsOwnCallback) {
+TEST_F(ADeletedNode, MayBeRegisteredAnewByItsOwnCallback) {
   OnUse(NetSNMPNode::ReregisterMibs);
   EXPECT_EQ(session_->Set({Integer(Scalar(2), 8)}).error, kNoError);
   ExpectToBeServed(Integer(Scalar(2), 8));
 }
 
-TEST_F(ANodeInUse, MayBeDeletedBetweenThePhasesOfItsSet) {
+TEST_F(ADeletedNode, MayBeDeletedBetweenThePhasesOfItsSet) {
   session_->Ask(TestSet{{Integer(Scalar(2), 8)}}, kSet);
   AsApplication(0, [] { Delete("called"); });
   session_->Ask(CommitSet{}, kSet);
@@ -117,7 +117,7 @@ TEST_F(ANodeInUse, MayBeDeletedBetweenThePhasesOfItsSet) {
   ExpectWithdrawnInTime(Scalar(2));
 }
 
-TEST_F(ANodeInUse, WithoutSuccessorLeavesItsOidFree) {
+TEST_F(ADeletedNode, WithoutSuccessorLeavesItsOidFree) {
   OnUse([] {
     Delete("called");
     delete AddIntScalar(2, "successor", 1);
@@ -128,7 +128,7 @@ TEST_F(ANodeInUse, WithoutSuccessorLeavesItsOidFree) {
   EXPECT_EQ(Get(Scalar(2)), Integer(Scalar(2), 5));
 }
 
-TEST_F(ANodeInUse, DeletedInASetThatNeverEndsGoesWithItsConnection) {
+TEST_F(ADeletedNode, DeletedInASetThatNeverEndsGoesWithItsConnection) {
   session_->Ask(TestSet{{Integer(Scalar(2), 8)}}, kSet);
   AsApplication(0, [] { Delete("called"); });
   EXPECT_TRUE(stillKnown);
@@ -139,7 +139,7 @@ TEST_F(ANodeInUse, DeletedInASetThatNeverEndsGoesWithItsConnection) {
   EXPECT_EQ(Get(Scalar(2)), Integer(Scalar(2), 5));
 }
 
-TEST_F(ANodeInUse, MayBeTheTableOfACellThatIsWritten) {
+TEST_F(ADeletedNode, MayBeTheTableOfACellThatIsWritten) {
   ServeTable();
   OnUse([] {
     Delete("table");
@@ -151,7 +151,7 @@ TEST_F(ANodeInUse, MayBeTheTableOfACellThatIsWritten) {
   EXPECT_EQ(Get(Cell(1)).value.type, Type::kNoSuchObject);
 }
 
-TEST_F(ANodeInUse, MayBeATableBetweenThePhasesOfASetOfItsCells) {
+TEST_F(ADeletedNode, MayBeATableBetweenThePhasesOfASetOfItsCells) {
   ServeTable();
   session_->Ask(TestSet{{Integer(Cell(1), 8), Integer(Cell(2), 9)}}, kSet);
   AsApplication(0, [] { Delete("table"); });
@@ -161,7 +161,7 @@ TEST_F(ANodeInUse, MayBeATableBetweenThePhasesOfASetOfItsCells) {
   ExpectWithdrawnInTime(Table());
 }
 
-TEST_F(ANodeInUse, MayBeATableBetweenThePhasesOfASetThatFails) {
+TEST_F(ADeletedNode, MayBeATableBetweenThePhasesOfASetThatFails) {
   for (const Varbind& first : BadWrites()) {
     ServeTable();
     session_->Ask(TestSet{{first, Integer(Cell(2), 9)}}, kSet);
@@ -172,7 +172,7 @@ TEST_F(ANodeInUse, MayBeATableBetweenThePhasesOfASetThatFails) {
   }
 }
 
-TEST_F(ANodeInUse, IsNoLongerUsedByASetThatFailed) {
+TEST_F(ADeletedNode, IsNoLongerUsedByASetThatFailed) {
   for (const Varbind& first : BadWrites()) {
     ServeTable();
     session_->Ask(TestSet{{first, Integer(Cell(2), 9)}}, kSet);
@@ -187,7 +187,7 @@ TEST_F(ANodeInUse, IsNoLongerUsedByASetThatFailed) {
   }
 }
 
-TEST_F(ANodeInUse, IsNoLongerUsedByASetThatIsUndone) {
+TEST_F(ADeletedNode, IsNoLongerUsedByASetThatIsUndone) {
   AsApplication(1, [this] {
     AddScalar(3, "other", NetSNMPIntNodeData(&other_, eNodeAccessReadWrite));
   });
@@ -199,7 +199,7 @@ TEST_F(ANodeInUse, IsNoLongerUsedByASetThatIsUndone) {
   EXPECT_FALSE(stillKnown);
 }
 
-TEST_F(ANodeInUse, MayBeTheTableOfACellThatIsRead) {
+TEST_F(ADeletedNode, MayBeTheTableOfACellThatIsRead) {
   const agentx::Body reads[] = {
       agentx::Get{{{Cell(1), true, {}}, {Cell(2), true, {}}}},
       agentx::GetNext{{{Table(), false, {}}, {Cell(1), false, {}}}}};
