@@ -5,8 +5,8 @@
 #include <memory>
 #include <vector>
 
-#include "support/OwnerTest.h"
 #include "support/Kinds.h"
+#include "support/OwnerTest.h"
 
 // Values of a kind over a variable of the application, and with local data.
 template <typename K>
