@@ -4,6 +4,10 @@
 
 #include "NetSNMPNodeData.h"
 
+// Hides the setters of the other types on purpose, as NetSNMPNodeData.h says.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Woverloaded-virtual"
+
 // A truth value: ASN_INTEGER 1 for true and 2 for false (TruthValue, RFC 2579),
 // 4 bytes. A SET of any other number is refused.
 class SNMPSUBAGENT_EXPORT NetSNMPBoolNodeData : public NetSNMPNodeData {
@@ -33,5 +37,7 @@ class SNMPSUBAGENT_EXPORT NetSNMPBoolNodeData : public NetSNMPNodeData {
   // The current storage: a `bool`, or null.
   void* NodeDataValue() const;
 };
+
+#pragma GCC diagnostic pop
 
 #endif  // SNMPSUBAGENT_NETSNMPBOOLNODEDATA_H_

@@ -4,6 +4,10 @@
 
 #include "NetSNMPNodeData.h"
 
+// Hides the setters of the other types on purpose, as NetSNMPNodeData.h says.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Woverloaded-virtual"
+
 // A buffer of a fixed number of bytes: ASN_OCTET_STR of exactly that length.
 //
 // A manager's SET is accepted and leaves the buffer unchanged: it calls the
@@ -45,5 +49,7 @@ class SNMPSUBAGENT_EXPORT NetSNMPByteNodeData : public NetSNMPNodeData {
   // Truncates or zero-fills local data of `oldSize` bytes to dataSize_.
   void ResizeLocalData(unsigned int oldSize);
 };
+
+#pragma GCC diagnostic pop
 
 #endif  // SNMPSUBAGENT_NETSNMPBYTENODEDATA_H_

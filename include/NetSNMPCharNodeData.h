@@ -4,6 +4,10 @@
 
 #include "NetSNMPNodeData.h"
 
+// Hides the setters of the other types on purpose, as NetSNMPNodeData.h says.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Woverloaded-virtual"
+
 // Text in a char array ended by a NUL: ASN_OCTET_STR of the text's length.
 //
 // The size of the array is unknown: a SET writes the whole text, past the end
@@ -39,5 +43,7 @@ class SNMPSUBAGENT_EXPORT NetSNMPCharNodeData : public NetSNMPNodeData {
   // The current storage: a `char` array, or null.
   void* NodeDataValue() const;
 };
+
+#pragma GCC diagnostic pop
 
 #endif  // SNMPSUBAGENT_NETSNMPCHARNODEDATA_H_

@@ -4,6 +4,10 @@
 
 #include "NetSNMPNodeData.h"
 
+// Hides the setters of the other types on purpose, as NetSNMPNodeData.h says.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Woverloaded-virtual"
+
 // A signed 32-bit integer: ASN_INTEGER (Integer32, RFC 2578), 4 bytes.
 class SNMPSUBAGENT_EXPORT NetSNMPIntNodeData : public NetSNMPNodeData {
  public:
@@ -31,5 +35,7 @@ class SNMPSUBAGENT_EXPORT NetSNMPIntNodeData : public NetSNMPNodeData {
   // The current storage: an `int`, or null.
   void* NodeDataValue() const;
 };
+
+#pragma GCC diagnostic pop
 
 #endif  // SNMPSUBAGENT_NETSNMPINTNODEDATA_H_

@@ -74,7 +74,10 @@ class SNMPSUBAGENT_EXPORT NetSNMPNodeData {
   // Setters. Each class overrides that of its own type, which writes and logs,
   // whether or not the value changed; all others do nothing. With `notify` they
   // call OnSetNodeValue(): integers always, the other types only when they
-  // write external storage.
+  // write external storage. A class hides the others, so that no call of the
+  // wrong type is quietly lost.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Woverloaded-virtual"
   virtual void NodeDataValue(int value, bool notify);
   virtual void NodeDataValue(unsigned int value, bool notify);
   virtual void NodeDataValue(bool value, bool notify);
@@ -84,6 +87,7 @@ class SNMPSUBAGENT_EXPORT NetSNMPNodeData {
   // library overrides it, so a manager cannot change a byte buffer.
   virtual void NodeDataValue(const unsigned char* value, unsigned int size,
                              bool notify);
+#pragma GCC diagnostic pop
 
   // The bytes that go into a varbind, NodeValueSize() of them; null when the
   // value has no storage. Valid until the value is written or destroyed.

@@ -6,6 +6,10 @@
 
 #include "NetSNMPNodeData.h"
 
+// Hides the setters of the other types on purpose, as NetSNMPNodeData.h says.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Woverloaded-virtual"
+
 // Text in a std::string: ASN_OCTET_STR, of any length. The text of a SET ends
 // at its first NUL; the application may store any bytes.
 class SNMPSUBAGENT_EXPORT NetSNMPStringNodeData : public NetSNMPNodeData {
@@ -36,5 +40,7 @@ class SNMPSUBAGENT_EXPORT NetSNMPStringNodeData : public NetSNMPNodeData {
   // The current storage: a `std::string`, or null.
   void* NodeDataValue() const;
 };
+
+#pragma GCC diagnostic pop
 
 #endif  // SNMPSUBAGENT_NETSNMPSTRINGNODEDATA_H_

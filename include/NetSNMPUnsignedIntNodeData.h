@@ -4,6 +4,10 @@
 
 #include "NetSNMPNodeData.h"
 
+// Hides the setters of the other types on purpose, as NetSNMPNodeData.h says.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Woverloaded-virtual"
+
 // An unsigned 32-bit integer: ASN_UNSIGNED (Unsigned32, RFC 2578), 4 bytes.
 class SNMPSUBAGENT_EXPORT NetSNMPUnsignedIntNodeData : public NetSNMPNodeData {
  public:
@@ -34,5 +38,7 @@ class SNMPSUBAGENT_EXPORT NetSNMPUnsignedIntNodeData : public NetSNMPNodeData {
   // The current storage: an `unsigned int`, or null.
   void* NodeDataValue() const;
 };
+
+#pragma GCC diagnostic pop
 
 #endif  // SNMPSUBAGENT_NETSNMPUNSIGNEDINTNODEDATA_H_
