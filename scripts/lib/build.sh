@@ -7,7 +7,7 @@
 source scripts/lib/packages.sh
 
 # The libraries that ours needs; what building it needs; what testing it needs.
-library_packages=(libsnmp-dev libboost-thread-dev libboost-system-dev)
+library_packages=(libsnmp-dev libboost-thread-dev)
 build_packages=("${library_packages[@]}" g++ cmake ninja-build pkg-config)
 # shellcheck disable=SC2034 # Of the scripts that source this.
 test_packages=("${build_packages[@]}" libgtest-dev libgmock-dev snmp snmpd

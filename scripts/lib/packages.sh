@@ -29,15 +29,6 @@ package_installed() {
     grep -x installed >/dev/null
 }
 
-# The name of this machine's release of Debian, and the mirror from which it
-# takes packages.
-debian_release() { (. /etc/os-release && echo "$VERSION_CODENAME"); }
-debian_mirror() {
-  # shellcheck disable=SC2016 # apt-get's own variable.
-  apt-get indextargets --format '$(REPO_URI)' 'Created-By: Packages' \
-    "Codename: $(debian_release)" | head -1
-}
-
 # Runs a command as root. sudo may ask for a password on a terminal only.
 as_root() {
   if ((EUID == 0)); then
