@@ -7,10 +7,12 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "LogXMessage.h"
 #include "NetSNMP.h"
 #include "NetSNMPAgentGuard.h"
 #include "NetSNMPNode.h"
 #include "NetworkInterfaces.h"
+#include "adapter/AgentLibraryCheck.h"
 #include "adapter/ExceptionBarrier.h"
 #include "adapter/SigpipeBlock.h"
 #include "nodes/LiveSubAgents.h"
@@ -34,6 +36,9 @@ constexpr int kAgentXPort = 705;
 constexpr std::chrono::minutes kLongestReplyTimeout(30);
 
 constexpr std::chrono::hours kLongestPingInterval(24);
+
+// The level of the runtime's own log lines.
+constexpr unsigned int kLogLevel = 3;
 
 // Set once the agent library is set up, and never reset. Guarded by the lock of
 // NetSNMPAgentGuard, because each subagent has a mutex of its own.
@@ -166,6 +171,12 @@ void SNMPSubAgent::initialize() {
   const boost::lock_guard<boost::mutex> lock(mutex_);
   const NetSNMPAgentGuard guard;
   if (agentInitialized) return;
+  const std::string reason = WhatMakesNetSnmpUnusable();
+  if (!reason.empty()) {
+    LogXMessage(kLogLevel, "SNMPSubAgent::initialize(): " + reason);
+    if (thread_) thread_->interrupt();
+    return;
+  }
   const SigpipeBlock sigpipeBlock;
   SetUpAgentLibrary(this);
   agentInitialized = true;
@@ -182,7 +193,7 @@ void SNMPSubAgent::threadProc() {
       process();
     }
   } catch (const boost::thread_interrupted&) {
-    // Stop(), or a select() that failed.
+    // Stop(), a select() that failed, or a Net-SNMP that cannot be used.
   }
   // Stop() holds the mutex while it waits for this thread and keeps the handle;
   // a loop that ended by itself resets it, and can be started again.
