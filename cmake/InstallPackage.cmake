@@ -50,6 +50,7 @@ else()
   cmake_path(GET SNMPSUBAGENT_PLATFORM_LIBRARY FILENAME platformFile)
   set(platformLibs "-L${platformDir} -l:${platformFile}")
 endif()
+cmake_path(GET NetSnmpAgent_PLACE PARENT_PATH agentLibraryDir)
 cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX
   BASE_DIRECTORY "${CMAKE_INSTALL_PREFIX}/${pkgConfigDir}"
   OUTPUT_VARIABLE prefixFromPkgConfigDir)

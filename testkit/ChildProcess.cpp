@@ -3,6 +3,7 @@
 
 #include <signal.h>
 #include <sys/prctl.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -68,7 +69,7 @@ std::vector<char*> Pointers(std::vector<std::string>& texts) {
   dup2(streams.out, STDOUT_FILENO);
   dup2(streams.error, STDERR_FILENO);
   // The agent library's connections are not closed by execve().
-  closefrom(STDERR_FILENO + 1);
+  syscall(SYS_close_range, STDERR_FILENO + 1, ~0U, 0);
   execve(program, arguments, environment);
   _exit(127);
 }

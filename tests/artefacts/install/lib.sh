@@ -1,7 +1,8 @@
 # SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 #
 # What the install tests share. ctest sets SOURCE_DIR, BUILD_DIR (the library's
-# build tree), SCRATCH_DIR, LIBDIR (below a prefix), CMAKE, CXX and LAUNCHER.
+# build tree), SCRATCH_DIR, LIBDIR (below a prefix), CMAKE, CXX and LAUNCHER, and
+# where Net-SNMP has its libraries and headers: AGENT_LIBDIR, AGENT_INCLUDE_DIR.
 
 here=$SOURCE_DIR/tests/artefacts/install
 
@@ -36,11 +37,11 @@ cmake_consumer_prints() {
 pkg_config_consumer_prints() {
   local expected=$1 prefix=$2 program=$2.consumer-pkg-config flags
   shift 2
-  export PKG_CONFIG_PATH=$prefix/$LIBDIR/pkgconfig
+  export PKG_CONFIG_PATH=$prefix/$LIBDIR/pkgconfig:$PKG_CONFIG_PATH
   flags=$(pkg-config --cflags --libs snmpsubagent)
   # Unquoted: these are several words.
   "$CXX" -std=c++11 "$here/consumer/main.cpp" -o "$program" "$@" $flags \
-    "-Wl,-rpath,$prefix/$LIBDIR"
+    "-Wl,-rpath,$prefix/$LIBDIR:$AGENT_LIBDIR"
   expect "$expected" "$("$program")"
 }
 

@@ -49,7 +49,7 @@ class DataSetTest : public testing::Test {
 
   const Oid kEventTableOid = TestOid({3});
   const LocalAgent agent_;
-  const KeptDataSets kept_;
+  const KeptDataSets kept_{};
   FakeSubAgent subAgent_{true};
   NodeLog log_;
   const ScopedRegistry registry_;

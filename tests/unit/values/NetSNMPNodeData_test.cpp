@@ -170,7 +170,8 @@ TEST_F(AnUntypedValue, KeepsItsOwnLocalDataWhenItCopies) {
 
 TEST_F(AnUntypedValue, ClonesToTheBaseClass) {
   const std::unique_ptr<NetSNMPNodeData> clone(Untyped().Clone());
-  EXPECT_EQ(typeid(*clone), typeid(NetSNMPNodeData));
+  const NetSNMPNodeData& value = *clone;
+  EXPECT_EQ(typeid(value), typeid(NetSNMPNodeData));
 }
 
 struct AccessCase {

@@ -39,7 +39,8 @@ TEST(ASmiValue, IsClonedAsWhatItIsOverTheSameVariable) {
   unsigned int count = 1;
   const NetSNMPCounter32NodeData value(&count, eNodeAccessReadOnly);
   const std::unique_ptr<NetSNMPNodeData> clone(value.Clone());
-  EXPECT_EQ(typeid(*clone), typeid(value));
+  const NetSNMPNodeData& copy = *clone;
+  EXPECT_EQ(typeid(copy), typeid(value));
   EXPECT_EQ(clone->NodeDataValue(), &count);
 }
 
