@@ -5,6 +5,7 @@
 #include <memory>
 #include <optional>
 #include <stdexcept>
+#include <string>
 #include <string_view>
 #include <type_traits>
 #include <utility>
@@ -167,6 +168,12 @@ class Scalar {
                   "setter with snmpsubagent::GetSet");
     static_assert(!writable || detail::CanRead<T>,
                   "SMIv2 has no writable Counter32, Counter64 or TimeStamp");
+    if (writable && std::is_enum_v<T> &&
+        !(access.Rules() && access.Rules()->HasRanges())) {
+      throw std::invalid_argument(std::string(oid) +
+                                  ": an enumeration that managers write needs "
+                                  "its Values()");
+    }
     return std::make_shared<detail::TypedScalar<T>>(
         module.State(), oid, writable, access.Rules(),
         detail::MakeSource<T>(std::forward<V>(value)));

@@ -100,7 +100,7 @@ std::uint32_t MasterSession::Send(const Body& request,
                                   std::uint32_t transactionId) {
   ++lastPacketId_;
   SendBytes(Encode(
-      {{1, byteOrder_, id_, transactionId, lastPacketId_}, {}, request}));
+      {{1, byteOrder_, id_, transactionId, lastPacketId_}, context_, request}));
   return lastPacketId_;
 }
 

@@ -5,7 +5,10 @@
 #include <chrono>
 #include <cstdint>
 #include <functional>
+#include <optional>
 #include <stdexcept>
+#include <string>
+#include <utility>
 #include <vector>
 
 #include "testkit/FileDescriptor.h"
@@ -37,6 +40,11 @@ class MasterSession {
 
   // Sends requests in the byte order of these flags (see Header) from now on.
   void SetByteOrder(std::uint8_t flags) { byteOrder_ = flags; }
+
+  // Sends requests in this context from now on; in the default one without.
+  void SetContext(std::optional<std::string> context) {
+    context_ = std::move(context);
+  }
 
   // Grants requests of the subagent until `done`, which is called after every
   // message, returns true.
@@ -97,6 +105,7 @@ class MasterSession {
   std::uint32_t id_;
   std::uint8_t byteOrder_ = kNetworkByteOrder;
   bool cleanupIsAnswered_ = true;
+  std::optional<std::string> context_;
   Bytes received_;  // and not yet consumed
   std::uint32_t lastPacketId_ = 0;
   std::uint32_t lastTransactionId_ = 0;
