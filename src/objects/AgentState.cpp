@@ -10,10 +10,6 @@ namespace {
 
 using std::chrono::milliseconds;
 
-// So much earlier than the master agent's timeout is an answer that never comes
-// given up.
-constexpr milliseconds kMargin{500};
-
 AgentOptions Checked(AgentOptions options) {
   if (options.timeout.count() < 1 || options.timeout.count() > 255) {
     throw std::invalid_argument("AgentOptions::timeout is 1 to 255 seconds");
@@ -226,10 +222,6 @@ void AgentState::Respond(const agentx::Header& request, agentx::Error error,
 void AgentState::Respond(const agentx::Header& request,
                          const std::vector<std::uint8_t>& response) {
   session_.Send(request, response, agentx::Clock::now());
-}
-
-milliseconds AgentState::AnswerTime() const {
-  return std::chrono::duration_cast<milliseconds>(options_.timeout) - kMargin;
 }
 
 void AgentState::Notify(std::vector<std::uint8_t> varbinds,

@@ -70,8 +70,6 @@ class AgentState final : public std::enable_shared_from_this<AgentState>,
                std::uint16_t index);
   void Respond(const agentx::Header& request,
                const std::vector<std::uint8_t>& response);
-  // How long an answer that comes later may take.
-  std::chrono::milliseconds AnswerTime() const;
   // Changes when a session ends.
   std::uint64_t SessionEpoch() const { return epoch_; }
 

@@ -14,6 +14,10 @@
 namespace snmpsubagent::detail {
 namespace {
 
+// So much earlier than the master agent's timeout is an answer that never comes
+// given up.
+constexpr std::chrono::milliseconds kMargin{500};
+
 ModuleOptions WithDefaults(ModuleOptions options, const AgentState& agent) {
   if (options.priority == 0) {
     throw std::invalid_argument("a priority is a number from 1 to 255");
@@ -63,6 +67,13 @@ bool ModuleState::IsRegistered() const {
   return std::all_of(
       registrations_.begin(), registrations_.end(),
       [&](std::uint32_t id) { return agent_->IsRegistered(id); });
+}
+
+std::chrono::milliseconds ModuleState::AnswerTime() const {
+  const std::chrono::seconds timeout = options_.timeout.count() == 0
+                                           ? agent_->Options().timeout
+                                           : options_.timeout;
+  return timeout - kMargin;
 }
 
 Oid ModuleState::Resolve(std::string_view text) const {

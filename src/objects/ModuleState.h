@@ -2,6 +2,7 @@
 #ifndef SNMPSUBAGENT_OBJECTS_MODULESTATE_H_
 #define SNMPSUBAGENT_OBJECTS_MODULESTATE_H_
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -29,6 +30,8 @@ class ModuleState : public std::enable_shared_from_this<ModuleState> {
   // Withdraws all, and the objects.
   void Close();
   bool IsRegistered() const;
+  // How long an answer that comes later may take.
+  std::chrono::milliseconds AnswerTime() const;
 
   // The whole OID of an object. Throws std::invalid_argument if it is none or
   // lies elsewhere.

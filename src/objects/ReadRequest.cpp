@@ -4,6 +4,7 @@
 #include <algorithm>
 
 #include "objects/AgentState.h"
+#include "objects/ModuleState.h"
 #include "objects/ObjectIndex.h"
 #include "objects/ReadCall.h"
 #include "snmpsubagent/detail/Requests.h"
@@ -34,6 +35,7 @@ void ReadRequest::Begin(const agentx::Request& request,
       bulk ? std::min<std::size_t>(request.nonRepeaters, count) : count;
   maxVarbinds_ =
       nonRepeaters_ + (count - nonRepeaters_) * request.maxRepetitions;
+  kept_.clear();
   last_.clear();
   last_.resize(bulk ? count : 0);
   endedInRound_ = 0;
@@ -44,9 +46,14 @@ void ReadRequest::Begin(const agentx::Request& request,
   context_.emplace(*this, writer_->Varbinds(), agent_);
 }
 
-void ReadRequest::Suspend(agentx::Time deadline) {
-  deadline_ = deadline;
-  kept_.clear();
+void ReadRequest::Suspend() {
+  if (kept_.empty()) KeepRanges();
+  context_->SetEnd(ranges_[Place()].end);
+  context_->Call()->Suspend();
+}
+
+void ReadRequest::KeepRanges() {
+  deadline_ = agentx::Clock::now() + answerTime_;
   kept_.reserve(2 * ranges_.size());
   for (agentx::SearchRange& range : ranges_) {
     kept_.emplace_back(range.start);
@@ -54,8 +61,6 @@ void ReadRequest::Suspend(agentx::Time deadline) {
     kept_.emplace_back(range.end);
     range.end = kept_.back();
   }
-  context_->SetEnd(ranges_[Place()].end);
-  context_->Call()->Suspend();
 }
 
 void ReadRequest::Abandon() {
@@ -82,6 +87,7 @@ bool ReadRequest::Continue() {
   while (!IsDone()) {
     const Answer answer = Serve();
     if (agent_.SessionEpoch() != epoch_) {
+      Abandon();
       writer_.reset();
       response_.clear();
       return true;
@@ -152,10 +158,12 @@ Answer ReadRequest::Serve() {
 template <typename Read>
 Answer ReadRequest::ReadSafely(const ManagedObject& object, const Read& read) {
   const std::size_t place = writer_->Varbinds().Place();
+  answerTime_ = object.Module().AnswerTime();
   try {
     return read();
   } catch (...) {
     ReportException(object);
+    Abandon();
     writer_->Varbinds().Rewind(place);
     return Answer::Failed;
   }

@@ -2,6 +2,7 @@
 #ifndef SNMPSUBAGENT_OBJECTS_READREQUEST_H_
 #define SNMPSUBAGENT_OBJECTS_READREQUEST_H_
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -35,8 +36,9 @@ class ReadRequest : public std::enable_shared_from_this<ReadRequest> {
   // (false).
   bool Continue();
 
-  // Keeps what the request views, since Continue() has returned false.
-  void Suspend(agentx::Time deadline);
+  // Keeps what the request views, since Continue() or Resume() has returned
+  // false.
+  void Suspend();
 
   // Goes on with the answer; as Continue(). Written calls `write`.
   bool Resume(Answer answer, const std::function<void(ValueWriter&)>& write);
@@ -56,6 +58,7 @@ class ReadRequest : public std::enable_shared_from_this<ReadRequest> {
   // The range to which the present varbind belongs.
   std::size_t Place() const;
   bool IsDone();
+  void KeepRanges();
 
   Answer Serve();
   Answer ServeGet(OidView name);
@@ -85,6 +88,7 @@ class ReadRequest : public std::enable_shared_from_this<ReadRequest> {
   std::vector<std::uint8_t> response_;
   std::optional<agentx::ResponseWriter> writer_;
   std::optional<ReadContext> context_;
+  std::chrono::milliseconds answerTime_{0};  // of the object read last
   agentx::Time deadline_;
 };
 

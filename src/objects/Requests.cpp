@@ -46,7 +46,7 @@ void Requests::Read(const agentx::Request& request,
     response.swap(read->Response());
     idle_ = std::move(read);
   } else {
-    read->Suspend(agentx::Clock::now() + agent_.AnswerTime());
+    read->Suspend();
     suspended_.push_back(std::move(read));
   }
 }
@@ -59,7 +59,7 @@ void Requests::Resume(const std::shared_ptr<ReadRequest>& request,
     suspended_.erase(std::remove(suspended_.begin(), suspended_.end(), request),
                      suspended_.end());
   } else {
-    request->Suspend(request->Deadline());
+    request->Suspend();
   }
   agent_.Update();
 }

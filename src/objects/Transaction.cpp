@@ -190,8 +190,12 @@ void Transaction::Proceed() {
   }
 }
 
+Change& Transaction::Current() const {
+  return *changes_[phase_ == Phase::Committing ? next_ : next_ - 1];
+}
+
 Step Transaction::CallCurrent() {
-  Change& change = *changes_[phase_ == Phase::Committing ? next_ : next_ - 1];
+  Change& change = Current();
   running_ = true;
   Step step;
   try {
@@ -249,7 +253,7 @@ void Transaction::Respond(std::vector<agentx::Header>& waiting,
 
 void Transaction::Wait() {
   waiting_ = true;
-  deadline_ = agentx::Clock::now() + agent_.AnswerTime();
+  deadline_ = agentx::Clock::now() + Current().Object().Module().AnswerTime();
   call_->Suspend();
 }
 
@@ -264,7 +268,7 @@ bool Transaction::Answered(SetError& error) const {
 
 void Transaction::Resume(SetError error) {
   const auto keep = shared_from_this();
-  Change& change = *changes_[phase_ == Phase::Committing ? next_ : next_ - 1];
+  Change& change = Current();
   running_ = true;
   const Step step = change.Resumed(error);
   running_ = false;
@@ -274,12 +278,8 @@ void Transaction::Resume(SetError error) {
 
 void Transaction::OnDeadline() {
   if (waiting_) {
-    agent_.Log(
-        LogLevel::Warning,
-        ToString(changes_[phase_ == Phase::Committing ? next_ : next_ - 1]
-                     ->Object()
-                     .Name()) +
-            ": a SET was not answered in time");
+    agent_.Log(LogLevel::Warning, ToString(Current().Object().Name()) +
+                                      ": a SET was not answered in time");
     call_->Abandon();
     Resume(SetError::GenErr);
   } else {

@@ -82,6 +82,8 @@ class Transaction : public std::enable_shared_from_this<Transaction> {
 
   void Proceed();
   void Take(Step step);
+  // The one that is being committed or undone.
+  Change& Current() const;
   Step CallCurrent();
   void StartUndo(std::size_t count);
   void EndUndo();
