@@ -123,8 +123,10 @@ class Scalar {
     Edit([&](auto& functions) {
       if constexpr (std::is_invocable_v<F&, const T&, const T&,
                                         Later<SetError>>) {
+        functions.apply = {};
         functions.applyLater = std::move(function);
       } else {
+        functions.applyLater = {};
         functions.apply = [f = std::move(function)](const T& before,
                                                     const T& after) mutable {
           return Call(f, before, after, SetError::CommitFailed);

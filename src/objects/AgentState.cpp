@@ -156,6 +156,7 @@ void AgentState::Stop() {
     // Who is told of it may start the agent again.
     const auto connection = std::move(connection_);
     session_.Stop(agentx::Clock::now());
+    requests_.GiveUp();
     if (connection) connection->Close();
     opened_.notify_all();
   }

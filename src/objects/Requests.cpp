@@ -99,7 +99,7 @@ void Requests::Set(const agentx::Request& request) {
 std::shared_ptr<Transaction> Requests::Find(std::uint32_t id) const {
   const auto found = std::find_if(
       transactions_.begin(), transactions_.end(),
-      [&](const auto& transaction) { return transaction->Id() == id; });
+      [&](const auto& transaction) { return transaction->IsNamed(id); });
   return found == transactions_.end() ? nullptr : *found;
 }
 
@@ -124,6 +124,12 @@ bool Requests::IsChangedByOther(const Transaction& transaction,
       transactions_.begin(), transactions_.end(), [&](const auto& other) {
         return other.get() != &transaction && other->Find(object) != nullptr;
       });
+}
+
+void Requests::GiveUp() {
+  const auto transactions = transactions_;
+  for (const auto& transaction : transactions) transaction->GiveUp();
+  ForgetEnded();
 }
 
 std::optional<agentx::Time> Requests::NextDeadline() const {

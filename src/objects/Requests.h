@@ -38,6 +38,9 @@ class Requests {
 
   // The session is gone: nothing is answered, what SETs have changed is undone.
   void Abandon();
+  // The agent has been stopped: SETs that wait for an answer are undone without
+  // it.
+  void GiveUp();
 
   bool IsChangedByOther(const Transaction& transaction,
                         const ManagedObject& object) const;

@@ -22,6 +22,27 @@ agentx::Error WireError(SetError error) {
 
 }  // namespace
 
+// Tells that a change is at work, also if it ends with an exception.
+class Transaction::Running {
+ public:
+  explicit Running(Transaction& transaction) : transaction_(transaction) {
+    transaction_.running_ = true;
+  }
+  ~Running() { transaction_.running_ = false; }
+  Running(const Running&) = delete;
+  Running& operator=(const Running&) = delete;
+
+ private:
+  Transaction& transaction_;
+};
+
+Transaction::Transaction(AgentState& agent, std::uint32_t id)
+    : agent_(agent), id_(id), epoch_(agent.SessionEpoch()) {}
+
+bool Transaction::IsNamed(std::uint32_t id) const {
+  return id_ == id && epoch_ == agent_.SessionEpoch();
+}
+
 Change* Transaction::Find(const ManagedObject& object) const {
   const auto found = std::find_if(
       changes_.begin(), changes_.end(),
@@ -44,10 +65,12 @@ void Transaction::Test(const agentx::Request& request,
   }
   const auto keep = shared_from_this();
   const std::size_t first = changes_.size();
-  running_ = true;
-  Failure failure = Stage(request, index);
-  if (failure.error == agentx::Error::None) failure = CheckFrom(first);
-  running_ = false;
+  Failure failure;
+  {
+    const Running running(*this);
+    failure = Stage(request, index);
+    if (failure.error == agentx::Error::None) failure = CheckFrom(first);
+  }
   if (failure.error != agentx::Error::None) Drop(first);
   if (undoWanted_) EndUndo();
   agent_.Respond(request.header, failure.error, failure.index);
@@ -79,9 +102,9 @@ Transaction::Failure Transaction::CheckFrom(std::size_t first) {
   for (std::size_t i = first; i < changes_.size(); ++i) {
     Change& change = *changes_[i];
     std::uint16_t varbind = varbinds_[i];
-    SetError error;
+    SetError error = SetError::None;
     try {
-      error = change.Check(varbind);
+      if (change.Object().IsServed()) error = change.Check(varbind);
     } catch (...) {
       error = ReportException(change.Object());
     }
@@ -147,7 +170,7 @@ void Transaction::Undo(const agentx::Header& request) {
 void Transaction::Cleanup() {
   if (phase_ == Phase::Committing) {
     undoWanted_ = true;
-  } else if (phase_ == Phase::Tested) {
+  } else if (phase_ == Phase::Tested || phase_ == Phase::Ended) {
     EndUndo();
   } else if (phase_ == Phase::Committed) {
     const auto keep = shared_from_this();
@@ -165,9 +188,18 @@ void Transaction::Cleanup() {
 void Transaction::Abandon() {
   commits_.clear();
   undos_.clear();
+  failureUntold_ = false;
   if (phase_ == Phase::Tested && !running_) EndUndo();
   if (phase_ == Phase::Committing || running_) undoWanted_ = true;
   if (phase_ == Phase::Committed) StartUndo(changes_.size());
+}
+
+void Transaction::GiveUp() {
+  Abandon();
+  while (waiting_) {
+    call_->Abandon();
+    Resume(SetError::GenErr);
+  }
 }
 
 // Commits one change after the other, or undoes them, until an answer is to
@@ -196,17 +228,14 @@ Change& Transaction::Current() const {
 
 Step Transaction::CallCurrent() {
   Change& change = Current();
-  running_ = true;
-  Step step;
+  const Running running(*this);
   try {
-    step =
-        phase_ == Phase::Committing ? change.Commit(*this) : change.Undo(*this);
+    return phase_ == Phase::Committing ? change.Commit(*this)
+                                       : change.Undo(*this);
   } catch (...) {
     ReportException(change.Object());
-    step = Step::Refused;
+    return Step::Refused;
   }
-  running_ = false;
-  return step;
 }
 
 void Transaction::Take(Step step) {
@@ -237,6 +266,7 @@ void Transaction::StartUndo(std::size_t count) {
 
 void Transaction::EndUndo() {
   phase_ = Phase::Ended;
+  failureUntold_ = undoFailed_ && undos_.empty() && !commits_.empty();
   changes_.clear();
   varbinds_.clear();
   Respond(commits_, agentx::Error::CommitFailed, failure_.index);
@@ -268,12 +298,19 @@ bool Transaction::Answered(SetError& error) const {
 
 void Transaction::Resume(SetError error) {
   const auto keep = shared_from_this();
-  Change& change = Current();
-  running_ = true;
-  const Step step = change.Resumed(error);
-  running_ = false;
-  Take(step);
+  Take(ResumeCurrent(error));
   Proceed();
+}
+
+Step Transaction::ResumeCurrent(SetError error) {
+  Change& change = Current();
+  const Running running(*this);
+  try {
+    return change.Resumed(error);
+  } catch (...) {
+    ReportException(change.Object());
+    return Step::Refused;
+  }
 }
 
 void Transaction::OnDeadline() {

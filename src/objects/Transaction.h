@@ -32,10 +32,14 @@ class SetCall;
 // Threads: under the agent's lock.
 class Transaction : public std::enable_shared_from_this<Transaction> {
  public:
-  Transaction(AgentState& agent, std::uint32_t id) : agent_(agent), id_(id) {}
+  Transaction(AgentState& agent, std::uint32_t id);
 
-  std::uint32_t Id() const { return id_; }
-  bool HasEnded() const { return phase_ == Phase::Ended && !running_; }
+  // Whether requests of that number, of the session that there is now, are
+  // meant for it.
+  bool IsNamed(std::uint32_t id) const;
+  bool HasEnded() const {
+    return phase_ == Phase::Ended && !running_ && !failureUntold_;
+  }
 
   // Stages all varbinds of the request and asks the application's checks; the
   // response is sent. A varbind that is refused drops those of its request.
@@ -47,6 +51,8 @@ class Transaction : public std::enable_shared_from_this<Transaction> {
   // The session is gone, or the master agent has forgotten it: undoes what has
   // been committed.
   void Abandon();
+  // The same, and nothing is waited for any more.
+  void GiveUp();
 
   // That is being staged, counted from 1.
   std::uint16_t CurrentVarbind() const { return varbind_; }
@@ -71,6 +77,7 @@ class Transaction : public std::enable_shared_from_this<Transaction> {
 
  private:
   enum class Phase { Tested, Committing, Committed, Undoing, Ended };
+  class Running;
   struct Failure {
     agentx::Error error = agentx::Error::None;
     std::uint16_t index = 0;
@@ -85,6 +92,7 @@ class Transaction : public std::enable_shared_from_this<Transaction> {
   // The one that is being committed or undone.
   Change& Current() const;
   Step CallCurrent();
+  Step ResumeCurrent(SetError error);
   void StartUndo(std::size_t count);
   void EndUndo();
   void Respond(std::vector<agentx::Header>& waiting, agentx::Error error,
@@ -93,6 +101,7 @@ class Transaction : public std::enable_shared_from_this<Transaction> {
 
   AgentState& agent_;
   const std::uint32_t id_;
+  const std::uint64_t epoch_;  // of the agent's session
   Phase phase_ = Phase::Tested;
   std::vector<std::unique_ptr<Change>> changes_;
   std::vector<std::uint16_t> varbinds_;  // which one staged each change
@@ -105,6 +114,8 @@ class Transaction : public std::enable_shared_from_this<Transaction> {
   bool undoWanted_ = false;
   Failure failure_;  // that ended committing
   bool undoFailed_ = false;
+  // An UndoSet is to come that asks whether undoing has failed.
+  bool failureUntold_ = false;
   std::shared_ptr<SetCall> call_;
   agentx::Time deadline_;
 

@@ -2,12 +2,14 @@
 #ifndef SNMPSUBAGENT_SNMPSUBAGENT_DETAIL_SCALARSTATE_H_
 #define SNMPSUBAGENT_SNMPSUBAGENT_DETAIL_SCALARSTATE_H_
 
+#include <cmath>
 #include <cstdint>
 #include <functional>
 #include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 
 #include "snmpsubagent/Access.h"
@@ -20,6 +22,16 @@
 #include "snmpsubagent/detail/Source.h"
 
 namespace snmpsubagent::detail {
+
+// Whether two values are the same; two NaN are.
+template <typename T>
+bool IsSame(const T& a, const T& b) {
+  if constexpr (std::is_floating_point_v<T>) {
+    return a == b || (std::isnan(a) && std::isnan(b));
+  } else {
+    return a == b;
+  }
+}
 
 // What all scalars have in common: one instance, whose name ends in 0.
 class SNMPSUBAGENT_OBJECTS_EXPORT ScalarState : public ManagedObject {
@@ -175,8 +187,8 @@ SetError TypedScalar<T>::StageChange(T before, T after,
                                      Transaction& transaction) {
   if (const auto* staged =
           static_cast<ScalarChange<T>*>(FindChange(transaction, *this))) {
-    return staged->After() == after ? SetError::None
-                                    : SetError::InconsistentValue;
+    return IsSame(staged->After(), after) ? SetError::None
+                                          : SetError::InconsistentValue;
   }
   AddChange(transaction,
             std::make_unique<ScalarChange<T>>(
@@ -189,7 +201,7 @@ template <typename T>
 Step TypedScalar<T>::CallApply(const T& before, const T& after,
                                Transaction& transaction) {
   const auto functions = functions_;
-  if (!functions) return Step::Done;
+  if (!functions || !IsServed()) return Step::Done;
   SetError error = SetError::None;
   if (functions->applyLater) {
     functions->applyLater(before, after, Later<SetError>(Defer(transaction)));
@@ -204,7 +216,7 @@ template <typename T>
 bool ScalarChange<T>::StillAllowed() {
   const std::optional<T> now = scalar_.Load();
   if (!now) return false;
-  if (*now == before_) return true;
+  if (IsSame(*now, before_)) return true;
   if constexpr (std::is_same_v<T, TestAndIncr>) return false;
   before_ = *now;
   return scalar_.CallCheck(before_, after_) == SetError::None;
@@ -243,7 +255,9 @@ Step ScalarChange<T>::Undo(Transaction& transaction) {
   undoing_ = true;
   if (!scalar_.IsServed()) return Step::Done;
   const std::optional<T> now = scalar_.Load();
-  if (!now || !(*now == after_)) return Step::Done;  // the application's own
+  if (!scalar_.IsServed()) return Step::Done;
+  // What the application has stored since is its own.
+  if (!now || !IsSame(*now, after_)) return Step::Done;
   return StoreAndApply(after_, before_, transaction);
 }
 
