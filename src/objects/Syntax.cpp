@@ -60,22 +60,22 @@ bool IsDate(const std::tm& t) {
 
 }  // namespace
 
-// year (2 octets), month, day, hour, minute, second, tenth, and from UTC: "+"
-// or
+// year (2 octets), month, day, hour, minute, second, tenth, and from UTC: "+" or
 // "-", hours, minutes.
 std::string WriteDateAndTime(system_clock::time_point value) {
-  const std::time_t seconds = system_clock::to_time_t(value);
+  const auto whole = std::chrono::floor<std::chrono::seconds>(value);
+  const std::time_t seconds = system_clock::to_time_t(whole);
   std::tm t{};
   gmtime_r(&seconds, &t);
   const int year = t.tm_year + 1900;
-  const auto within = value - system_clock::from_time_t(seconds);
   const auto tenths =
-      std::chrono::duration_cast<std::chrono::milliseconds>(within).count() /
+      std::chrono::duration_cast<std::chrono::milliseconds>(value - whole)
+          .count() /
       100;
   std::string octets;
   for (const int field :
        {year >> 8, year & 0xff, t.tm_mon + 1, t.tm_mday, t.tm_hour, t.tm_min,
-        t.tm_sec, static_cast<int>(tenths < 0 ? 0 : tenths), int{'+'}, 0, 0}) {
+        t.tm_sec, static_cast<int>(tenths), int{'+'}, 0, 0}) {
     octets.push_back(static_cast<char>(field));
   }
   return octets;
