@@ -60,8 +60,8 @@ bool IsDate(const std::tm& t) {
 
 }  // namespace
 
-// year (2 octets), month, day, hour, minute, second, tenth, and from UTC: "+" or
-// "-", hours, minutes.
+// Year (2 octets), month, day, hour, minute, second, tenth; and the distance
+// from UTC: "+" or "-", hours, minutes.
 std::string WriteDateAndTime(system_clock::time_point value) {
   const auto whole = std::chrono::floor<std::chrono::seconds>(value);
   const std::time_t seconds = system_clock::to_time_t(whole);
