@@ -3,6 +3,7 @@
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
+#include <sys/resource.h>
 #include <unistd.h>
 
 #include <thread>
@@ -71,10 +72,19 @@ TEST_F(AWaitSet, IsWokenByADescriptorThatIsReadable) {
 }
 
 TEST_F(AWaitSet, TakesNoDescriptorThatItHasNoRoomFor) {
-  for (const int descriptor : {-1, FD_SETSIZE, FD_SETSIZE + 100}) {
-    set_.WakeBy(descriptor);
-  }
+  rlimit limit;
+  getrlimit(RLIMIT_NOFILE, &limit);
+  limit.rlim_cur = limit.rlim_max;
+  setrlimit(RLIMIT_NOFILE, &limit);
+  const FullPipe pipe;
+  // None where the hard limit is that low; then -1 is all that there is.
+  const testkit::FileDescriptor beyond(
+      fcntl(pipe.Reading(), F_DUPFD_CLOEXEC, FD_SETSIZE));
+  set_.WakeBy(-1);
+  set_.WakeBy(beyond.Number());
   EXPECT_EQ(set_.Wait(), 0);
+  // What is written behind an fd_set is written into the set's other fields.
+  EXPECT_EQ(journal_.Timeouts().size(), 1U);
 }
 
 TEST_F(AWaitSet, IsOutdatedOnceAnotherThreadUsedTheAgentLibrary) {
