@@ -91,7 +91,12 @@ RowSelection::Rows::iterator RowSelection::Add(
   return place;
 }
 
-void RowSelection::Activate() {
+void RowSelection::Activate(Lookup lookup) {
+  walksAll_ = lookup == Lookup::kWalkAll;
+  if (walksAll_) {
+    matches_.clear();
+    selected_.clear();
+  }
   std::sort(selected_.begin(), selected_.end(),
             [](const Rows::iterator& a, const Rows::iterator& b) {
               return a->first < b->first;

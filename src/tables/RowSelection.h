@@ -56,8 +56,12 @@ class RowSelection {
   // Of each request for which kExact was returned, in that order.
   const Matches& AllMatches() const { return matches_; }
 
-  // Makes the hooks hand out the selected rows, until it is destroyed.
-  void Activate();
+  // Makes the hooks hand out the selected rows until it is destroyed; all rows
+  // if a walk over them is needed.
+  void Activate(Lookup lookup);
+
+  // Whether the hooks hand out all rows.
+  bool WalksAll() const { return walksAll_; }
 
   // The selected rows in the order of their keys; null at the end. They move
   // the store's cursor as a walk over all rows does.
@@ -88,6 +92,7 @@ class RowSelection {
   NetSNMPTableEntryNode* store_;
   RowSelection* outer_ = nullptr;
   bool active_ = false;
+  bool walksAll_ = false;
   boost::container::small_vector<Rows::iterator, 4> selected_;
   Matches matches_;
   std::size_t position_ = 0;

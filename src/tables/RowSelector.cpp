@@ -56,8 +56,8 @@ Lookup SelectFor(const netsnmp_handler_registration& table, int mode,
   return hasIndex ? selection.AddExact(request, index) : Lookup::kCandidates;
 }
 
-// Selects the rows that can match the open requests, and activates the
-// selection. Returns how the rows of all requests are found.
+// Selects the rows that can match the open requests. Returns how the rows of
+// all requests are found.
 Lookup Select(const netsnmp_handler_registration& table, int mode,
               netsnmp_request_info* requests, RowSelection& selection) {
   Lookup lookup = selection.AddVolatile();
@@ -67,7 +67,6 @@ Lookup Select(const netsnmp_handler_registration& table, int mode,
     if (request->processed != 0) continue;
     lookup = std::min(lookup, SelectFor(table, mode, request, selection));
   }
-  if (lookup != Lookup::kWalkAll) selection.Activate();
   return lookup;
 }
 
@@ -157,6 +156,7 @@ int SelectRows(netsnmp_mib_handler* handler,
   exception_barrier::Run(
       [&] { lookup = Select(*registration, mode, requests, selection); },
       [](const std::string&) {});
+  selection.Activate(lookup);
   // The later phases of a SET need what the iterator remembers of the first.
   if (lookup == Lookup::kExact && mode != MODE_SET_RESERVE1 &&
       CanAnswerDirectly(*handler->next, *registration,

@@ -42,16 +42,20 @@ Row* MoveCursor(NetSNMPTableEntryNode& store, RowIndex::Rows::iterator place) {
   return place == store.rows_.end() ? nullptr : place->second;
 }
 
-// The rows that the iterator is to see: those selected for the current
-// requests, or all.
-Row* FirstRow(NetSNMPTableEntryNode& store) {
+// The selection that the iterator is to see instead of all rows; null for all.
+RowSelection* SelectionOf(const NetSNMPTableEntryNode& store) {
   RowSelection* const selection = RowLookup::Of(store).selection;
+  return selection == nullptr || selection->WalksAll() ? nullptr : selection;
+}
+
+Row* FirstRow(NetSNMPTableEntryNode& store) {
+  RowSelection* const selection = SelectionOf(store);
   if (selection != nullptr) return selection->First();
   return MoveCursor(store, store.rows_.begin());
 }
 
 Row* NextRow(NetSNMPTableEntryNode& store) {
-  RowSelection* const selection = RowLookup::Of(store).selection;
+  RowSelection* const selection = SelectionOf(store);
   if (selection != nullptr) return selection->Next();
   const auto cursor = store.rowCursor_;
   const bool atEnd = cursor == store.rows_.end();

@@ -97,7 +97,7 @@ TEST_F(ARowSelection, OfAnEmptyStoreHasNoRow) {
 
 TEST_F(ARowSelection, HandsOutEachRowOnceInTheOrderOfTheKeys) {
   for (const unsigned long unit : {2, 10, 2, 1}) AddExact(unit);
-  selection_.Activate();
+  selection_.Activate(Lookup::kCandidates);
   EXPECT_THAT(Selected(selection_),
               ElementsAre("port.1.1", "port.10.1", "port.2.1"));
 }
@@ -130,20 +130,28 @@ TEST_F(ARowSelection, NeedsAWalkAfterRowsWereExchangedWithoutTheStore) {
 
 TEST_F(ARowSelection, IsThatOfTheStoreWhileItIsActive) {
   const RowLookup& lookup = RowLookup::Of(store_);
-  selection_.Activate();
+  selection_.Activate(Lookup::kCandidates);
   {
     RowSelection inner(store_);
     EXPECT_EQ(lookup.selection, &selection_);
-    inner.Activate();
+    inner.Activate(Lookup::kCandidates);
     EXPECT_EQ(lookup.selection, &inner);
   }
   EXPECT_EQ(lookup.selection, &selection_);
 }
 
+TEST_F(ARowSelection, SelectsNothingWhereAllRowsAreWalked) {
+  AddExact(2);
+  selection_.Activate(Lookup::kWalkAll);
+  EXPECT_TRUE(selection_.WalksAll());
+  EXPECT_THAT(selection_.AllMatches(), IsEmpty());
+  EXPECT_EQ(selection_.EntryOf(&request_, RowOf("port.2.1")), nullptr);
+}
+
 TEST_F(ARowSelection, LeavesTheCursorAtTheLastRowOfAGet) {
   AddExact(10);
   AddExact(2);
-  selection_.Activate();
+  selection_.Activate(Lookup::kCandidates);
   selection_.EndWalk(true);
   EXPECT_EQ(store_.rowCursor_, store_.rows_.find("port.2.1"));
   selection_.EndWalk(false);
@@ -175,9 +183,9 @@ TEST_F(ARowSelection, HasNoEntryOfARowThatIsReplaced) {
 
 TEST_F(ARowSelection, HasNoEntryOfARowThatIsRemovedMeanwhile) {
   AddExact(2);
-  selection_.Activate();
+  selection_.Activate(Lookup::kCandidates);
   RowSelection inner(store_);
-  inner.Activate();
+  inner.Activate(Lookup::kCandidates);
   const StoredRow* const row = RowOf("port.2.1");
   store_.RemoveRow("port.2.1");
   EXPECT_EQ(selection_.EntryOf(&request_, row), nullptr);
@@ -187,7 +195,7 @@ TEST_F(ARowSelection, HasNoEntryOfARowThatIsRemovedMeanwhile) {
 
 TEST_F(ARowSelection, GoesOnBehindARowThatWasRemoved) {
   for (const unsigned long unit : {1, 10, 2}) AddExact(unit);
-  selection_.Activate();
+  selection_.Activate(Lookup::kCandidates);
   selection_.First();
   EXPECT_EQ(selection_.Next(), RowOf("port.10.1"));
   store_.RemoveRow("port.1.1");
@@ -196,7 +204,7 @@ TEST_F(ARowSelection, GoesOnBehindARowThatWasRemoved) {
 
 TEST_F(ARowSelection, EndsItsWalkWhenTheRowAtItsCursorIsRemoved) {
   for (const unsigned long unit : {1, 10, 2}) AddExact(unit);
-  selection_.Activate();
+  selection_.Activate(Lookup::kCandidates);
   selection_.First();
   selection_.Next();
   store_.RemoveRow("port.10.1");
@@ -208,8 +216,8 @@ TEST_F(ARowSelection, OutlivesItsStore) {
   const StoredRow* const row = RowOf("port.2.1");
   RowSelection inner(store_);
   AddExact(2);
-  selection_.Activate();
-  inner.Activate();
+  selection_.Activate(Lookup::kCandidates);
+  inner.Activate(Lookup::kCandidates);
   delete &store_;
   EXPECT_EQ(selection_.EntryOf(&request_, row), nullptr);
   EXPECT_THAT(selection_.AllMatches(), IsEmpty());

@@ -2,6 +2,7 @@
 #include "tables/RowSelector.h"
 
 #include "NetSNMPAgentGuard.h"
+#include "support/EventfulValue.h"
 #include "support/ServedTableTest.h"
 
 namespace {
@@ -105,6 +106,20 @@ TEST_F(ARowSelector, GivesWayToHooksOfTheApplication) {
   EXPECT_THAT(Walk(), IsEmpty());
   table_->iteratorInfo_->get_first_data_point = table_get_first_data_point;
   EXPECT_THAT(Walk(), ElementsAre("3.1.1 = 1", "3.2.1 = 2"));
+}
+
+TEST_F(ARowSelector, HidesNoRowFromARequestWithinARequest) {
+  const auto loseTheIndex = [this](const NetSNMPNodeData&) {
+    store_->AddRow(Values(Index(Text("a")), Index(Int(9)), Index(Int(9))));
+    CellRequest inner(CellOid(3, 2, 1));
+    Serve(inner, MODE_GET);
+    EXPECT_EQ(inner.Type(), ASN_INTEGER);
+  };
+  store_->AddRow(Values(Index(Int(4)), Index(Unsigned(1)),
+                        EventfulValue(40, loseTheIndex)));
+  CellRequest outer(CellOid(3, 4, 1));
+  Serve(outer, MODE_GET);
+  EXPECT_EQ(outer.Integer(), 40);
 }
 
 TEST_F(ARowSelector, LeavesTheCursorWhereTheIteratorDoes) {
