@@ -1,7 +1,9 @@
 # SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 #
-# Installs the libraries, all headers in one folder, and the files by which CMake
-# and pkg-config find them.
+# Installs the libraries, their headers, and the files by which CMake and pkg-config
+# find them. All headers of the node classes are in one folder; those of the objects
+# are included by that folder's name, <snmpsubagent/Table.h>, or all with
+# <snmpsubagent.h> beside it.
 
 include(CMakePackageConfigHelpers)
 
@@ -20,6 +22,13 @@ if(TARGET SnmpSubAgentPlatform)
   install(FILES platform/host/LogSink.h DESTINATION "${headersDir}")
 endif()
 
+install(TARGETS SnmpSubAgentObjects EXPORT SnmpSubAgentObjectsTargets
+  INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
+install(FILES include/snmpsubagent.h
+  DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
+install(DIRECTORY include/snmpsubagent/ DESTINATION "${headersDir}"
+  FILES_MATCHING PATTERN "*.h")
+
 # Where mib2c(1) of Net-SNMP looks for templates.
 install(DIRECTORY mib2c/ DESTINATION "${CMAKE_INSTALL_DATADIR}/snmp/mib2c-data")
 
@@ -30,8 +39,10 @@ configure_package_config_file(cmake/SnmpSubAgentConfig.cmake.in
   NO_SET_AND_CHECK_MACRO NO_CHECK_REQUIRED_COMPONENTS_MACRO)
 write_basic_package_version_file(SnmpSubAgentConfigVersion.cmake
   COMPATIBILITY SameMajorVersion)
-install(EXPORT SnmpSubAgentTargets NAMESPACE SnmpSubAgent::
-  DESTINATION "${packageDir}")
+foreach(targets IN ITEMS SnmpSubAgentTargets SnmpSubAgentObjectsTargets)
+  install(EXPORT ${targets} NAMESPACE SnmpSubAgent::
+    DESTINATION "${packageDir}")
+endforeach()
 install(FILES
   "${CMAKE_CURRENT_BINARY_DIR}/SnmpSubAgentConfig.cmake"
   "${CMAKE_CURRENT_BINARY_DIR}/SnmpSubAgentConfigVersion.cmake"
@@ -57,5 +68,8 @@ cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX
 configure_file(cmake/snmpsubagent.pc.in snmpsubagent.pc.genex @ONLY)
 file(GENERATE OUTPUT "${CMAKE_CURRENT_BINARY_DIR}/snmpsubagent.pc"
   INPUT "${CMAKE_CURRENT_BINARY_DIR}/snmpsubagent.pc.genex")
-install(FILES "${CMAKE_CURRENT_BINARY_DIR}/snmpsubagent.pc"
+configure_file(cmake/snmpsubagent-objects.pc.in snmpsubagent-objects.pc @ONLY)
+install(FILES
+  "${CMAKE_CURRENT_BINARY_DIR}/snmpsubagent.pc"
+  "${CMAKE_CURRENT_BINARY_DIR}/snmpsubagent-objects.pc"
   DESTINATION "${pkgConfigDir}")

@@ -18,8 +18,8 @@ namespace snmpsubagent {
 
 enum class LogLevel { Error, Warning, Info };
 
-// How an agent reaches its master agent, and how patient both are. The defaults
-// suit a device whose snmpd.conf says `master agentx`.
+// How an agent reaches its master agent, and how long both wait. The defaults suit
+// a device whose snmpd.conf says `master agentx`.
 struct AgentOptions {
   // "unix:/path", "tcp:host:port" or "tcp6:[address]:port".
   std::string master = "unix:/var/agentx/master";
@@ -35,12 +35,12 @@ struct AgentOptions {
   // How often an idle session is pinged; 0 for never.
   std::chrono::milliseconds pingInterval{15000};
   // The context of all modules that name none (RFC 2741, 6.1.1).
-  std::string context;
+  std::string context{};
   // Notifications that are kept while there is no session; then the oldest go.
   std::size_t notificationLimit = 1000;
   // Takes the log lines, from any thread, under the agent's lock. Without one
   // they go to syslog(3), and to stderr as well if that is a terminal.
-  std::function<void(LogLevel, const std::string&)> log;
+  std::function<void(LogLevel, const std::string&)> log{};
 };
 
 // A registration that the master agent does not take, for the time being.

@@ -18,7 +18,7 @@ namespace detail {
 // request has been given up, are ignored.
 class SNMPSUBAGENT_OBJECTS_EXPORT LaterCall {
  public:
-  virtual ~LaterCall() = default;
+  virtual ~LaterCall();
   // Each takes the agent's lock.
   virtual void Value(const std::function<void(ValueWriter&)>& write) = 0;
   virtual void Absent() = 0;

@@ -24,7 +24,9 @@ inherit cmake pkgconfig
 # host's platform library.
 EXTRA_OECMAKE = "-DBUILD_TESTING=OFF -DCMAKE_SKIP_INSTALL_RPATH=ON"
 
-PACKAGES =+ "${PN}-platform"
+PACKAGES =+ "${PN}-objects ${PN}-platform"
+SUMMARY:${PN}-objects = "Objects library of ${PN}, which needs no Net-SNMP"
+FILES:${PN}-objects = "${libdir}/libsnmpsubagent-objects.so.*"
 SUMMARY:${PN}-platform = "Host platform library of ${PN}"
 FILES:${PN}-platform = "${libdir}/libsnmpsubagent-platform.so.*"
 FILES:${PN} = "${libdir}/libsnmpsubagent.so.*"

@@ -5,6 +5,8 @@
 
 namespace snmpsubagent::detail {
 
+LaterCall::~LaterCall() = default;
+
 LaterAnswer::LaterAnswer(std::shared_ptr<LaterCall> call)
     : call_(std::move(call)) {}
 
