@@ -50,10 +50,14 @@ class NotificationObject {
   NotificationObject(Oid instance, T value)
       : NotificationObject(nullptr, std::move(instance),
                            [v = std::move(value)](ValueWriter& writer) {
-                             Syntax<T>::Write(writer, v);
+                             if constexpr (detail::HasSyntax<T>) {
+                               Syntax<T>::Write(writer, v);
+                             }
                              return true;
                            }) {
-    static_assert(detail::HasSyntax<T>, "this type is none of SMIv2");
+    static_assert(detail::HasSyntax<T>,
+                  "this type is none of SMIv2: see <snmpsubagent/Types.h>, or "
+                  "specialise snmpsubagent::Syntax for it");
   }
   NotificationObject(Oid instance, const char* text)
       : NotificationObject(std::move(instance), std::string(text)) {}

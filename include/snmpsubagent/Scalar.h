@@ -61,7 +61,9 @@ namespace snmpsubagent {
 // nothing of the application's is touched.
 template <typename T>
 class Scalar {
-  static_assert(detail::HasSyntax<T>,
+  static_assert(!std::is_same_v<T, detail::NoValue>,
+                "the function is to return the value, or to take a Later");
+  static_assert(detail::HasSyntax<T> || std::is_same_v<T, detail::NoValue>,
                 "this type is none of SMIv2: see <snmpsubagent/Types.h>, or "
                 "specialise snmpsubagent::Syntax for it");
 
@@ -103,9 +105,14 @@ class Scalar {
     }
   }
 
-  // A function of (after) or of (before, after) that returns a SetError.
+  // A function of (after) or of (before, after) that returns a SetError, or a
+  // bool, of which false is InconsistentValue.
   template <typename F>
   Scalar& Check(F function) {
+    static_assert(kTakesValues<F>,
+                  "a Check function takes (after) or (before, after)");
+    static_assert(!ReturnsNothing<F>(),
+                  "a Check function returns a bool or a SetError");
     Edit([&](auto& functions) {
       functions.check = [f = std::move(function)](const T& before,
                                                   const T& after) mutable {
@@ -120,9 +127,13 @@ class Scalar {
   // can.
   template <typename F>
   Scalar& Apply(F function) {
+    constexpr bool answersLater =
+        std::is_invocable_v<F&, const T&, const T&, Later<SetError>>;
+    static_assert(kTakesValues<F> || answersLater,
+                  "an Apply function takes (after), (before, after) or "
+                  "(before, after, Later<SetError>)");
     Edit([&](auto& functions) {
-      if constexpr (std::is_invocable_v<F&, const T&, const T&,
-                                        Later<SetError>>) {
+      if constexpr (answersLater) {
         functions.apply = {};
         functions.applyLater = std::move(function);
       } else {
@@ -139,7 +150,11 @@ class Scalar {
   // A function of the new value.
   template <typename F>
   Scalar& Changed(F function) {
-    Edit([&](auto& functions) { functions.changed = std::move(function); });
+    constexpr bool takesValue = std::is_invocable_v<F&, const T&>;
+    static_assert(takesValue, "a Changed function takes the new value");
+    if constexpr (takesValue) {
+      Edit([&](auto& functions) { functions.changed = std::move(function); });
+    }
     return *this;
   }
 
@@ -157,6 +172,22 @@ class Scalar {
   }
 
  private:
+  template <typename F>
+  static constexpr bool kTakesValues =
+      std::is_invocable_v<F&, const T&> ||
+      std::is_invocable_v<F&, const T&, const T&>;
+
+  template <typename F>
+  static constexpr bool ReturnsNothing() {
+    if constexpr (std::is_invocable_v<F&, const T&, const T&>) {
+      return std::is_void_v<std::invoke_result_t<F&, const T&, const T&>>;
+    } else if constexpr (kTakesValues<F>) {
+      return std::is_void_v<std::invoke_result_t<F&, const T&>>;
+    } else {
+      return false;
+    }
+  }
+
   template <typename A, typename V>
   static std::shared_ptr<detail::TypedScalar<T>> MakeState(Module& module,
                                                            std::string_view oid,
@@ -166,8 +197,8 @@ class Scalar {
     static_assert(std::is_same_v<A, ReadOnly> || std::is_same_v<A, ReadWrite>,
                   "a scalar is ReadOnly or ReadWrite");
     static_assert(!writable || detail::CanStore<V>(),
-                  "managers can't write what a function tells: give it a "
-                  "setter with snmpsubagent::GetSet");
+                  "managers can't write what a function or As() tells: give "
+                  "it a setter with snmpsubagent::GetSet");
     static_assert(!writable || detail::CanRead<T>,
                   "SMIv2 has no writable Counter32, Counter64 or TimeStamp");
     if (writable && std::is_enum_v<T> &&
@@ -188,7 +219,7 @@ class Scalar {
         [&] {
           if constexpr (std::is_invocable_v<F&, const T&, const T&>) {
             return function(before, after);
-          } else {
+          } else if constexpr (kTakesValues<F>) {
             return function(after);
           }
         },

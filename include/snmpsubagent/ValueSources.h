@@ -50,11 +50,15 @@ struct Counted {
 //   snmp::Scalar received(module, "3", snmp::As<snmp::Counter64>(octets));
 template <typename T, typename Variable>
 Counted<T, Variable> As(Variable& variable) {
-  static_assert(std::is_same_v<decltype(T::value),
-                               std::decay_t<decltype(variable + 0)>> ||
-                    sizeof(T) == sizeof(variable),
-                "a Counter32 or TimeTicks needs a std::uint32_t, a Counter64 "
-                "a std::uint64_t, atomic or not");
+  using Number = std::decay_t<decltype(variable + 0)>;
+  constexpr bool isCounter = std::is_same_v<T, Counter32> ||
+                             std::is_same_v<T, Counter64> ||
+                             std::is_same_v<T, TimeTicks>;
+  static_assert(isCounter, "As() makes a Counter32, a Counter64 or TimeTicks");
+  static_assert(
+      !isCounter || (std::is_unsigned_v<Number> && sizeof(Number) == sizeof(T)),
+      "a Counter32 or TimeTicks needs a std::uint32_t, a Counter64 "
+      "a std::uint64_t, atomic or not");
   static_assert(!std::is_const_v<Variable>, "the variable never changes");
   return {variable};
 }
@@ -71,10 +75,12 @@ SetError AsSetError(Call&& call, SetError refused = SetError::CommitFailed) {
     return SetError::None;
   } else if constexpr (std::is_same_v<Result, bool>) {
     return call() ? SetError::None : refused;
-  } else {
-    static_assert(std::is_same_v<Result, SetError>,
-                  "the function is to return nothing, bool or SetError");
+  } else if constexpr (std::is_same_v<Result, SetError>) {
     return call();
+  } else {
+    static_assert(std::is_void_v<Result>,
+                  "the function is to return nothing, bool or SetError");
+    return refused;
   }
 }
 

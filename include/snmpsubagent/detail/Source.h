@@ -98,7 +98,7 @@ class CountedSource final : public Source<T> {
   explicit CountedSource(Variable& variable) : variable_(variable) {}
   std::optional<T> Load() override {
     T value;
-    value.value = variable_;
+    if constexpr (std::is_class_v<T>) value.value = variable_;
     return value;
   }
 
@@ -123,7 +123,13 @@ class GetSetSource final : public Source<T> {
       : functions_(std::move(functions)) {}
   std::optional<T> Load() override { return functions_.get(); }
   SetError Store(const T& value) override {
-    return AsSetError([&] { return functions_.set(value); });
+    constexpr bool takesValue = std::is_invocable_v<Setter&, const T&>;
+    static_assert(takesValue, "the setter takes the value");
+    if constexpr (takesValue) {
+      return AsSetError([&] { return functions_.set(value); });
+    } else {
+      return SetError::NotWritable;
+    }
   }
 
  private:
@@ -193,36 +199,63 @@ struct IsCounted<Counted<T, V>> : std::true_type {
   using Variable = V;
 };
 
+// What a function that returns nothing tells.
+struct NoValue {};
+
 template <typename T>
 struct WithoutOptional {
   using Type = T;
+};
+template <>
+struct WithoutOptional<void> {
+  using Type = NoValue;
 };
 template <typename T>
 struct WithoutOptional<std::optional<T>> {
   using Type = T;
 };
-template <typename F>
-using ResultOf =
-    typename WithoutOptional<std::decay_t<std::invoke_result_t<F&>>>::Type;
-
-// The T of a function object that takes a Later<T>.
-template <typename Member>
-struct LaterArgumentOf;
-template <typename C, typename T>
-struct LaterArgumentOf<void (C::*)(Later<T>) const> {
-  using Type = T;
+template <typename F, typename = void>
+struct ResultOfCall {
+  using Type = NoValue;
 };
-template <typename C, typename T>
-struct LaterArgumentOf<void (C::*)(Later<T>)> {
+template <typename F>
+struct ResultOfCall<F, std::enable_if_t<std::is_invocable_v<F&>>>
+    : WithoutOptional<std::decay_t<std::invoke_result_t<F&>>> {};
+template <typename F>
+using ResultOf = typename ResultOfCall<F>::Type;
+
+// The T of a function whose only parameter is a Later<T>; none of others.
+template <typename Argument>
+struct LaterValue {};
+template <typename T>
+struct LaterValue<Later<T>> {
   using Type = T;
 };
 template <typename F, typename = void>
+struct LaterArgumentOf {};
+template <typename F>
+struct LaterArgumentOf<F, std::void_t<decltype(&F::operator())>>
+    : LaterArgumentOf<decltype(&F::operator())> {};
+template <typename R, typename A>
+struct LaterArgumentOf<R (*)(A)> : LaterValue<std::decay_t<A>> {};
+template <typename R, typename A>
+struct LaterArgumentOf<R (*)(A) noexcept> : LaterValue<std::decay_t<A>> {};
+template <typename R, typename C, typename A>
+struct LaterArgumentOf<R (C::*)(A)> : LaterValue<std::decay_t<A>> {};
+template <typename R, typename C, typename A>
+struct LaterArgumentOf<R (C::*)(A) const> : LaterValue<std::decay_t<A>> {};
+template <typename R, typename C, typename A>
+struct LaterArgumentOf<R (C::*)(A) noexcept> : LaterValue<std::decay_t<A>> {};
+template <typename R, typename C, typename A>
+struct LaterArgumentOf<R (C::*)(A) const noexcept>
+    : LaterValue<std::decay_t<A>> {};
+
+template <typename F, typename = void>
 struct TakesLater : std::false_type {};
 template <typename F>
-struct TakesLater<
-    F, std::void_t<typename LaterArgumentOf<decltype(&F::operator())>::Type>>
+struct TakesLater<F, std::void_t<typename LaterArgumentOf<F>::Type>>
     : std::true_type {
-  using Type = typename LaterArgumentOf<decltype(&F::operator())>::Type;
+  using Type = typename LaterArgumentOf<F>::Type;
 };
 
 // The type of the object that is made from a V.
@@ -282,12 +315,17 @@ std::unique_ptr<Source<T>> MakeSource(V&& value) {
   } else if constexpr (std::is_same_v<V, T&>) {
     return std::make_unique<VariableSource<T>>(value);
   } else {
-    static_assert(!std::is_lvalue_reference_v<V> ||
-                      std::is_const_v<std::remove_reference_t<V>> ||
-                      std::is_convertible_v<D, const char*>,
+    constexpr bool isVariable = std::is_lvalue_reference_v<V> &&
+                                !std::is_const_v<std::remove_reference_t<V>> &&
+                                !std::is_convertible_v<D, const char*>;
+    static_assert(!isVariable,
                   "the variable is of another type than the object: make it "
                   "one of that type, or see snmpsubagent::As");
-    return std::make_unique<HeldSource<T>>(T(std::forward<V>(value)));
+    if constexpr (isVariable) {
+      return nullptr;
+    } else {
+      return std::make_unique<HeldSource<T>>(T(std::forward<V>(value)));
+    }
   }
 }
 

@@ -127,6 +127,23 @@ TEST_F(ALaterValue, MayBeAnsweredWithinItsFunction) {
   EXPECT_EQ(device.GetNext("7.0"), "8.0 INTEGER 8");
 }
 
+void AnswerSeven(snmp::Later<int> reply) { reply.Answer(7); }
+
+TEST_F(ALaterValue, IsAskedOfFunctionsOfEveryForm) {
+  int asked = 0;
+  const snmp::Scalar a(module, "4",
+                       [](const snmp::Later<int>& reply) { reply.Answer(4); });
+  const snmp::Scalar b(
+      module, "5", [](snmp::Later<int> reply) noexcept { reply.Answer(5); });
+  const snmp::Scalar c(module, "6", [asked](snmp::Later<int> reply) mutable {
+    reply.Answer(++asked);
+  });
+  const snmp::Scalar d(module, "7", AnswerSeven);
+  const snmp::Scalar<int> e(module, "8", [](auto reply) { reply.Answer(8); });
+  EXPECT_EQ(device.GetAll({"4.0", "5.0", "6.0", "6.0", "7.0", "8.0"}),
+            "INTEGER 4, INTEGER 5, INTEGER 1, INTEGER 2, INTEGER 7, INTEGER 8");
+}
+
 TEST_F(ALaterValue, MayComeTwiceInARequest) {
   const auto get = device.Send(GetOf({"2.0", "1.0", "2.0", "2.0", "3.0"}));
   pending.Take().Answer(10);
