@@ -4,13 +4,14 @@
 
 #include <boost/thread.hpp>
 #include <boost/thread/pthread/thread_data.hpp>
+#include <type_traits>
 
 // The interruption points of the thread that builds it. Boost's own look the
 // thread up and lock a mutex each time; a GET passes eighteen of them, which
 // were 7 % of its instructions.
 //
 // Rests on thread_data_base::interrupt_requested, which Boost does not
-// document; looked at in 1.74 and 1.81.
+// document: docs/foundations.md.
 class InterruptionPoints {
  public:
   InterruptionPoints() : thread_(boost::detail::get_current_thread_data()) {}
@@ -26,8 +27,13 @@ class InterruptionPoints {
   }
 
  private:
+  using ThreadData = boost::detail::thread_data_base;
+  static_assert(
+      std::is_same<decltype(ThreadData::interrupt_requested), bool>::value,
+      "this version of Boost keeps interruptions in another way");
+
   // Null on a thread that Boost did not start, which cannot be interrupted.
-  const boost::detail::thread_data_base* const thread_;
+  const ThreadData* const thread_;
 };
 
 #endif  // SNMPSUBAGENT_RUNTIME_INTERRUPTIONPOINTS_H_
