@@ -27,6 +27,8 @@ class NotificationQueue {
   // Returns its number.
   std::uint64_t Add(std::vector<std::uint8_t> payload, std::string context);
 
+  std::uint64_t NextId() const { return lastId_ + 1; }
+
   std::size_t Waiting() const { return waiting_.size(); }
   // The next one to write. Requires: Waiting() > 0.
   const QueuedNotification& Front() const { return waiting_.front(); }

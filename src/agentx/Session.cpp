@@ -138,6 +138,11 @@ std::vector<RefusedRegistration> Session::RefusedRegistrations() const {
   return standing_.Refused();
 }
 
+std::optional<RefusedRegistration> Session::FindRefused(
+    std::uint32_t id) const {
+  return standing_.FindRefused(id);
+}
+
 void Session::AddAgentCaps(const Oid& id, const std::string& description,
                            const std::string& context, Time now) {
   standing_.Add(AgentCaps{id, description, context});

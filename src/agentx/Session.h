@@ -154,8 +154,10 @@ class Session {
   void Unregister(std::uint32_t id, Time now);
   // Whether the master agent has taken it, in the session that there is now.
   bool IsRegistered(std::uint32_t id) const;
-  // Those that it has refused and not taken since, in that session.
+  // Those that it has refused and not taken since, in that session; the one of
+  // this number, if it is among them.
   std::vector<RefusedRegistration> RefusedRegistrations() const;
+  std::optional<RefusedRegistration> FindRefused(std::uint32_t id) const;
 
   // Agent capabilities of the session (sysORTable, RFC 3418).
   void AddAgentCaps(const Oid& id, const std::string& description,
@@ -167,6 +169,8 @@ class Session {
   // session is lost is sent in the next one.
   std::uint64_t Notify(std::vector<std::uint8_t> payload,
                        const std::string& context, Time now);
+  // The number that the next one will have.
+  std::uint64_t NextNotification() const { return notifications_.NextId(); }
 
   // The master agent's sysUpTime in hundredths of a second as of `now`, by the
   // last response that carried it; 0 before there was one.

@@ -200,14 +200,22 @@ bool StandingRequests::IsTaken(std::uint32_t id) const {
 }
 
 std::vector<RefusedRegistration> StandingRequests::Refused() const {
-  std::vector<RefusedRegistration> refused;
+  std::vector<RefusedRegistration> all;
   for (const auto& [id, entry] : entries_) {
-    const auto* const registration = std::get_if<Registration>(&entry.content);
-    if (!registration || entry.Leaves() || entry.error == Error::None) continue;
-    refused.push_back(
-        {id, registration->subtree, registration->context, entry.error});
+    if (auto refused = FindRefused(id)) all.push_back(*std::move(refused));
   }
-  return refused;
+  return all;
+}
+
+std::optional<RefusedRegistration> StandingRequests::FindRefused(
+    std::uint32_t id) const {
+  const auto found = entries_.find(id);
+  if (found == entries_.end()) return {};
+  const Entry& entry = found->second;
+  const auto* const registration = std::get_if<Registration>(&entry.content);
+  if (!registration || entry.Leaves() || entry.error == Error::None) return {};
+  return RefusedRegistration{id, registration->subtree, registration->context,
+                             entry.error};
 }
 
 }  // namespace snmpsubagent::agentx

@@ -85,6 +85,7 @@ class StandingRequests {
 
   bool IsTaken(std::uint32_t id) const;
   std::vector<RefusedRegistration> Refused() const;
+  std::optional<RefusedRegistration> FindRefused(std::uint32_t id) const;
 
  private:
   // With a session; without one all are Waiting.

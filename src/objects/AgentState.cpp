@@ -51,8 +51,9 @@ AgentState::AgentState(std::string description, AgentOptions options)
       session_(SessionOptionsOf(std::move(description), options_), *this),
       requests_(*this) {}
 
-// Whoever owned it last has stopped it, or never started.
-AgentState::~AgentState() = default;
+// Whoever owned it last has stopped it, or never started. What was to be sent
+// since then is told that it is dropped.
+AgentState::~AgentState() { session_.Stop(agentx::Clock::now()); }
 
 void AgentState::Open(Mode mode) {
   if (mode_ != Mode::Stopped) throw std::logic_error("the agent is running");
@@ -228,21 +229,13 @@ void AgentState::Respond(const agentx::Header& request,
 void AgentState::Notify(std::vector<std::uint8_t> varbinds,
                         const std::string& context,
                         NotificationFunction outcome) {
-  std::map<std::uint64_t, NotificationResult> told;
-  const auto before = std::exchange(toldEarly_, &told);
-  std::uint64_t id = 0;
+  const std::uint64_t id = session_.NextNotification();
+  if (outcome) outcomes_[id] = std::move(outcome);  // may be told at once
   try {
-    id = session_.Notify(std::move(varbinds), context, agentx::Clock::now());
+    session_.Notify(std::move(varbinds), context, agentx::Clock::now());
   } catch (...) {
-    toldEarly_ = before;
+    outcomes_.erase(id);
     throw;
-  }
-  toldEarly_ = before;
-  // With no session and no room to wait it has been dropped already.
-  if (const auto early = told.find(id); outcome && early != told.end()) {
-    TellOutcome(outcome, early->second);
-  } else if (outcome) {
-    outcomes_[id] = std::move(outcome);
   }
   Update();
 }
@@ -287,23 +280,20 @@ void AgentState::OnRequest(const agentx::Request& request,
   requests_.Serve(request, response);
 }
 
-void AgentState::OnRegistration(std::uint32_t id, agentx::Error error) {
-  if (error == agentx::Error::None) return;
-  for (const auto& refused : session_.RefusedRegistrations()) {
-    if (refused.id != id) continue;
-    const Refusal refusal = RefusalOf(refused);
-    Log(LogLevel::Error, ToString(refusal.subtree) +
-                             ": the master agent refuses to register "
-                             "this subtree: " +
-                             refusal.reason +
-                             "; it is tried again until its owner leaves");
-    if (const auto function = onRefusal_; function && *function) {
-      try {
-        (*function)(refusal);
-      } catch (...) {
-        ReportException(refusal.subtree);
-      }
-    }
+void AgentState::OnRegistration(std::uint32_t id, agentx::Error) {
+  const auto refused = session_.FindRefused(id);
+  if (!refused) return;
+  const Refusal refusal = RefusalOf(*refused);
+  Log(LogLevel::Error,
+      ToString(refusal.subtree) +
+          ": the master agent refuses to register this subtree: " +
+          refusal.reason + "; it is tried again until its owner leaves");
+  const auto function = onRefusal_;
+  if (!function || !*function) return;
+  try {
+    (*function)(refusal);
+  } catch (...) {
+    ReportException(refusal.subtree);
   }
 }
 
@@ -317,25 +307,11 @@ void AgentState::OnNotification(std::uint64_t id,
     Log(LogLevel::Warning, "a notification was dropped");
   }
   const auto found = outcomes_.extract(id);
-  if (!found && !toldEarly_) return;
+  if (!found) return;
   try {
-    NotificationResult result{
-        static_cast<NotificationResult::Outcome>(outcome),
-        error == agentx::Error::None ? std::string() : agentx::ToString(error)};
-    if (found) {
-      TellOutcome(found.mapped(), result);
-    } else {
-      toldEarly_->emplace(id, std::move(result));
-    }
-  } catch (...) {
-    ReportException({});
-  }
-}
-
-void AgentState::TellOutcome(const NotificationFunction& function,
-                             const NotificationResult& result) {
-  try {
-    function(result);
+    found.mapped()({static_cast<NotificationResult::Outcome>(outcome),
+                    error == agentx::Error::None ? std::string()
+                                                 : agentx::ToString(error)});
   } catch (...) {
     ReportException({});
   }

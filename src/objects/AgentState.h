@@ -102,8 +102,6 @@ class AgentState final : public std::enable_shared_from_this<AgentState>,
   void Loop(const std::shared_ptr<Connection>& connection);
   bool Serve(Connection& connection, const Connection::Events& events);
   void LookUp(std::function<std::function<void()>()> lookUpAndTell);
-  void TellOutcome(const NotificationFunction& function,
-                   const NotificationResult& result);
   void TellSession(bool connected, std::string_view reason);
 
   mutable AgentMutex mutex_;
@@ -123,8 +121,6 @@ class AgentState final : public std::enable_shared_from_this<AgentState>,
   std::shared_ptr<std::function<void(const SessionEvent&)>> onSession_;
   std::shared_ptr<std::function<void(const Refusal&)>> onRefusal_;
   std::map<std::uint64_t, NotificationFunction> outcomes_;
-  // Where to put what is told of a notification that is just being queued.
-  std::map<std::uint64_t, NotificationResult>* toldEarly_ = nullptr;
   std::vector<std::uint8_t> scratch_;
 };
 

@@ -167,27 +167,34 @@ void Connection::TryNextEndpoint() {
   while (!endpoints_.empty()) {
     const MasterAddress::Endpoint endpoint = endpoints_.front();
     endpoints_.erase(endpoints_.begin());
-    const int family = endpoint.address.ss_family;
-    socket_ = FileDescriptor(
-        socket(family, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
-    ++socketCount_;
-    watched_ = 0;
-    if (family != AF_UNIX) {
-      const int on = 1;
-      setsockopt(socket_.Number(), IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
-    }
-    if (connect(socket_.Number(),
-                reinterpret_cast<const sockaddr*>(&endpoint.address),
-                endpoint.size) == 0 ||
-        errno == EINPROGRESS) {
-      connectDeadline_ = agentx::Clock::now() + patience_;
-      Watch(EPOLLOUT);
-      return;
-    }
+    if (StartConnecting(endpoint)) return;
     failure_ = Advice(master_.Text(), errno);
   }
   CloseSocket();
   session_.ConnectFailed(agentx::Clock::now(), failure_);
+}
+
+// False with errno.
+bool Connection::StartConnecting(const MasterAddress::Endpoint& endpoint) {
+  const int family = endpoint.address.ss_family;
+  socket_ = FileDescriptor(
+      socket(family, SOCK_STREAM | SOCK_NONBLOCK | SOCK_CLOEXEC, 0));
+  if (!socket_.IsOpen()) return false;
+  ++socketCount_;
+  watched_ = 0;
+  if (family != AF_UNIX) {
+    const int on = 1;
+    setsockopt(socket_.Number(), IPPROTO_TCP, TCP_NODELAY, &on, sizeof on);
+  }
+  const bool started =
+      connect(socket_.Number(),
+              reinterpret_cast<const sockaddr*>(&endpoint.address),
+              endpoint.size) == 0 ||
+      errno == EINPROGRESS;
+  if (!started) return false;
+  connectDeadline_ = agentx::Clock::now() + patience_;
+  Watch(EPOLLOUT);
+  return true;
 }
 
 void Connection::FinishConnecting() {

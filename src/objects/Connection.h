@@ -71,6 +71,7 @@ class Connection {
   void Connect();
   void ConnectTo(Endpoints endpoints);
   void TryNextEndpoint();
+  bool StartConnecting(const MasterAddress::Endpoint& endpoint);
   void FinishConnecting();
   void Receive();
   void Flush();
