@@ -50,6 +50,11 @@ CommandResult Manager::Set(const std::vector<std::string>& bindings) const {
   return StartSet(bindings)->Result();
 }
 
+CommandResult Manager::Run(const std::string& tool,
+                           const std::vector<std::string>& words) const {
+  return Start(tool, words)->Result();
+}
+
 std::unique_ptr<Command> Manager::StartSet(
     const std::vector<std::string>& bindings) const {
   return Start("snmpset", bindings);

@@ -32,7 +32,12 @@ class Manager {
   // each in turn.
   CommandResult Set(const std::vector<std::string>& bindings) const;
 
-  // The same without waiting for the answer.
+  // Any of the tools, with words behind those that name the agent: options,
+  // OIDs.
+  CommandResult Run(const std::string& tool,
+                    const std::vector<std::string>& words) const;
+
+  // A SET without waiting for the answer.
   std::unique_ptr<Command> StartSet(
       const std::vector<std::string>& bindings) const;
 
