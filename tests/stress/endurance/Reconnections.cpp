@@ -29,6 +29,7 @@
 #include "NetSNMP.h"
 #include "NetSNMPAgentGuard.h"
 #include "Resources.h"
+#include "Times.h"
 #include "support/Device.h"
 #include "testkit/Deadlines.h"
 #include "testkit/MasterAgent.h"
@@ -124,30 +125,6 @@ std::unique_ptr<Fate> FateOf(const std::string& kind) {
   throw std::invalid_argument("no such kind: " + kind);
 }
 
-// Times in milliseconds.
-class Times {
- public:
-  void Reserve(std::size_t count) { times_.reserve(count); }
-
-  void Add(Clock::duration time) {
-    times_.push_back(std::chrono::duration<double, std::milli>(time).count());
-  }
-
-  void Print(const char* what) {
-    std::sort(times_.begin(), times_.end());
-    std::printf("%-28s%9.1f%9.1f%9.1f%9.1f%9.1f\n", what, times_.front(),
-                At(0.5), At(0.9), At(0.99), times_.back());
-  }
-
- private:
-  double At(double share) const {
-    return times_[static_cast<std::size_t>(
-        share * static_cast<double>(times_.size() - 1))];
-  }
-
-  std::vector<double> times_;
-};
-
 class Reconnections {
  public:
   explicit Reconnections(Fate& fate)
@@ -173,8 +150,7 @@ class Reconnections {
 
     std::printf("%d times; milliseconds from the master agent's return\n",
                 count);
-    std::printf("%-28s%9s%9s%9s%9s%9s\n", "", "least", "median", "90 %", "99 %",
-                "most");
+    Times::PrintHead();
     untilArrival_.Print("until the subagent comes");
     untilServed_.Print("until all is served");
     service_.Print("from the one to the other");
@@ -225,10 +201,7 @@ class Reconnections {
     constexpr std::size_t kOwnPerCycle = 2 * 2 * sizeof(int);
     constexpr std::size_t kLeeway = 4000;
     const auto cycles = static_cast<std::size_t>(count);
-    Require(after.heap <= before.heap + kOwnPerCycle * cycles + kLeeway,
-            "memory grows");
-    Require(after.descriptors <= before.descriptors, "descriptors grow");
-    Require(after.threads <= before.threads, "threads grow");
+    before.RequireNoGrowth(after, kOwnPerCycle * cycles + kLeeway);
   }
 
   Fate& fate_;
@@ -239,15 +212,6 @@ class Reconnections {
   Times untilServed_;
   Times service_;
 };
-
-// Has memory counted exactly: in one arena, and without what a thread keeps of
-// memory that was released.
-void CountMemoryExactly(char** argv) {
-  constexpr char kName[] = "GLIBC_TUNABLES";
-  if (getenv(kName) != nullptr) return;
-  setenv(kName, "glibc.malloc.arena_max=1:glibc.malloc.tcache_count=0", 1);
-  execv("/proc/self/exe", argv);
-}
 
 }  // namespace
 

@@ -4,9 +4,11 @@
 #include <malloc.h>
 #include <unistd.h>
 
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <stdexcept>
 
 #include "support/Threads.h"
 
@@ -46,4 +48,20 @@ std::string Resources::Text() const {
          std::to_string(resident / 1024) + " KiB resident, " +
          std::to_string(descriptors) + " descriptors, " +
          std::to_string(threads) + " threads";
+}
+
+void Resources::RequireNoGrowth(const Resources& after,
+                                std::size_t leeway) const {
+  if (after.heap > heap + leeway) throw std::runtime_error("memory grows");
+  if (after.descriptors > descriptors) {
+    throw std::runtime_error("descriptors grow");
+  }
+  if (after.threads > threads) throw std::runtime_error("threads grow");
+}
+
+void CountMemoryExactly(char** argv) {
+  constexpr char kName[] = "GLIBC_TUNABLES";
+  if (getenv(kName) != nullptr) return;
+  setenv(kName, "glibc.malloc.arena_max=1:glibc.malloc.tcache_count=0", 1);
+  execv("/proc/self/exe", argv);
 }
