@@ -5,6 +5,7 @@
 // is, docs/abi.md says what else may come.
 #include <gmock/gmock.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -47,6 +48,14 @@ const Operations kNode = {"~",
                           "NodeOIDLen() const",
                           "NodeName() const",
                           "Initialize(unsigned long*, unsigned int)"};
+
+// An abstract class has its destructor in the table with Clang, and nothing in
+// its place with GCC.
+Operations WithoutDestructor(Operations operations) {
+  operations.erase(std::remove(operations.begin(), operations.end(), "~"),
+                   operations.end());
+  return operations;
+}
 
 const Operations kDestructor = {"~", "~"};
 const Operations kDestructorOfFurtherBase = {"thunk to ~", "thunk to ~"};
@@ -118,7 +127,7 @@ TEST(VirtualTables, OfTheSubAgentHaveTheInterfaceAndThenTheRunnableTask) {
   EXPECT_THAT(VirtualTable("ISNMPSubAgent"),
               ElementsAreArray(Operations(6, "pure")));
   EXPECT_THAT(
-      VirtualTable("SNMPSubAgent"),
+      WithoutDestructor(VirtualTable("SNMPSubAgent")),
       ElementsAreArray({"Connected() const", "pure", "pure",
                         "RegisterSubAgentCallback(std::string const&, "
                         "ISNMPSubAgentCallback*)",
