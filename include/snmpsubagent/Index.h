@@ -45,35 +45,49 @@ class IndexWriter {
   bool tooLong_ = false;
 };
 
-// Takes an index apart, from its front.
+// Takes an index apart, from its front. To find the place of sub-identifiers
+// that are those of no value, it can also round down: then it takes the highest
+// number that may stand there in the place of one that is higher, and from
+// there on the highest of everything.
 class IndexReader {
  public:
-  explicit IndexReader(OidView ids) : ids_(ids) {}
+  enum class Mode {
+    Exact,
+    RoundDown,
+    Below  // rounds down, and the highest of everything follows the last one
+  };
+  explicit IndexReader(OidView ids, Mode mode = Mode::Exact)
+      : ids_(ids), mode_(mode) {}
 
-  // Fails if there is none left.
-  bool Take(SubIdentifier& id) {
-    if (ids_.empty()) return false;
-    id = ids_[0];
-    ids_ = ids_.After(1);
+  // Fails if there is none left, or none of that range.
+  bool Take(SubIdentifier& id, SubIdentifier lowest = 0,
+            SubIdentifier highest = std::numeric_limits<SubIdentifier>::max()) {
+    if (ids_.empty()) {
+      if (!isBelow_ && mode_ != Mode::Below) return false;
+      isBelow_ = true;
+    }
+    id = isBelow_ ? highest : ids_[0];
+    if (id < lowest) return false;
+    if (id > highest) {
+      if (mode_ == Mode::Exact) return false;
+      id = highest;
+      isBelow_ = true;
+    }
+    ids_ = isBelow_ ? OidView() : ids_.After(1);
     return true;
   }
-  // Fails unless there are so many, each an octet.
-  bool TakeOctets(std::size_t count, std::string& octets) {
-    if (ids_.size() < count) return false;
-    octets.resize(count);
-    for (std::size_t i = 0; i < count; ++i) {
-      if (ids_[i] > 255) return false;
-      octets[i] = static_cast<char>(ids_[i]);
-    }
-    ids_ = ids_.After(count);
-    return true;
+  // How many of something follow.
+  bool TakeSize(SubIdentifier& size) { return Take(size, 0, Oid::kMaxSize); }
+  bool HasMore() const {
+    return isBelow_ || mode_ == Mode::Below || !ids_.empty();
   }
 
   OidView Rest() const { return ids_; }
-  void Skip(std::size_t count) { ids_ = ids_.After(count); }
 
  private:
   OidView ids_;
+  Mode mode_;
+  bool isBelow_ = false;  // what has been taken is below what there was
 };
 
 // A string or OID that is the last of a table's indexes, which the MIB says to
@@ -97,6 +111,43 @@ bool operator==(const Implied<T>& a, const Implied<T>& b) {
 template <typename T, typename = void>
 struct IndexSyntax;
 
+namespace detail {
+
+// A number of a type that has at most the range of `Number`.
+template <typename Number, typename T>
+bool ReadNumber(IndexReader& reader, T& value) {
+  constexpr auto kHighest =
+      static_cast<std::uint64_t>(std::numeric_limits<Number>::max());
+  constexpr auto kHighestId = std::numeric_limits<SubIdentifier>::max();
+  SubIdentifier id;
+  if (!reader.Take(id, 0,
+                   kHighest < kHighestId ? static_cast<SubIdentifier>(kHighest)
+                                         : kHighestId)) {
+    return false;
+  }
+  value = static_cast<T>(id);
+  return true;
+}
+
+// Octets with their number in front.
+inline void WriteOctets(IndexWriter& writer, std::string_view octets) {
+  writer.Add(static_cast<SubIdentifier>(octets.size()));
+  writer.AddOctets(octets);
+}
+template <typename Octets>
+bool ReadOctets(IndexReader& reader, Octets& octets) {
+  SubIdentifier size;
+  if (!reader.TakeSize(size)) return false;
+  octets.clear();
+  for (SubIdentifier octet; octets.size() < size;) {
+    if (!reader.Take(octet, 0, 255)) return false;
+    octets.push_back(static_cast<typename Octets::value_type>(octet));
+  }
+  return true;
+}
+
+}  // namespace detail
+
 template <typename T>
 struct IndexSyntax<T, std::enable_if_t<detail::IsInteger32<T>>> {
   static constexpr std::size_t kParts = 1;
@@ -104,32 +155,18 @@ struct IndexSyntax<T, std::enable_if_t<detail::IsInteger32<T>>> {
     writer.Add(static_cast<SubIdentifier>(value));
   }
   static bool Read(IndexReader& reader, T& value) {
-    SubIdentifier id;
-    if (!reader.Take(id) ||
-        id > static_cast<SubIdentifier>(std::numeric_limits<T>::max())) {
-      return false;
-    }
-    value = static_cast<T>(id);
-    return true;
+    return detail::ReadNumber<T>(reader, value);
   }
 };
 
 template <typename T>
 struct IndexSyntax<T, std::enable_if_t<std::is_enum_v<T>>> {
   static constexpr std::size_t kParts = 1;
-  using Number = std::underlying_type_t<T>;
   static void Write(IndexWriter& writer, T value) {
     writer.Add(static_cast<SubIdentifier>(value));
   }
   static bool Read(IndexReader& reader, T& value) {
-    SubIdentifier id;
-    if (!reader.Take(id) ||
-        static_cast<std::uint64_t>(id) >
-            static_cast<std::uint64_t>(std::numeric_limits<Number>::max())) {
-      return false;
-    }
-    value = static_cast<T>(id);
-    return true;
+    return detail::ReadNumber<std::underlying_type_t<T>>(reader, value);
   }
 };
 
@@ -141,7 +178,7 @@ struct IndexSyntax<bool> {
   }
   static bool Read(IndexReader& reader, bool& value) {
     SubIdentifier id;
-    if (!reader.Take(id) || id < 1 || id > 2) return false;
+    if (!reader.Take(id, 1, 2)) return false;
     value = id == 1;
     return true;
   }
@@ -157,20 +194,6 @@ struct IndexSyntax<TimeTicks> {
     return reader.Take(value.value);
   }
 };
-
-namespace detail {
-
-// Octets with their number in front, or, if they are implied, all that is left.
-inline void WriteOctets(IndexWriter& writer, std::string_view octets) {
-  writer.Add(static_cast<SubIdentifier>(octets.size()));
-  writer.AddOctets(octets);
-}
-inline bool ReadOctets(IndexReader& reader, std::string& octets) {
-  SubIdentifier size;
-  return reader.Take(size) && reader.TakeOctets(size, octets);
-}
-
-}  // namespace detail
 
 template <>
 struct IndexSyntax<std::string> {
@@ -190,7 +213,13 @@ struct IndexSyntax<Implied<std::string>> {
     writer.AddOctets(value.value);
   }
   static bool Read(IndexReader& reader, Implied<std::string>& value) {
-    return reader.TakeOctets(reader.Rest().size(), value.value);
+    value.value.clear();
+    for (SubIdentifier octet;
+         reader.HasMore() && value.value.size() < Oid::kMaxSize;) {
+      if (!reader.Take(octet, 0, 255)) return false;
+      value.value.push_back(static_cast<char>(octet));
+    }
+    return true;
   }
 };
 
@@ -202,10 +231,7 @@ struct IndexSyntax<Bytes> {
     for (const std::uint8_t octet : value) writer.Add(octet);
   }
   static bool Read(IndexReader& reader, Bytes& value) {
-    std::string octets;
-    if (!detail::ReadOctets(reader, octets)) return false;
-    value.assign(octets.begin(), octets.end());
-    return true;
+    return detail::ReadOctets(reader, value);
   }
 };
 
@@ -233,7 +259,7 @@ struct IndexSyntax<std::array<std::uint8_t, N>> {
   static bool Read(IndexReader& reader, std::array<std::uint8_t, N>& value) {
     for (std::uint8_t& octet : value) {
       SubIdentifier id;
-      if (!reader.Take(id) || id > 255) return false;
+      if (!reader.Take(id, 0, 255)) return false;
       octet = static_cast<std::uint8_t>(id);
     }
     return true;
@@ -251,6 +277,21 @@ struct IndexSyntax<IpAddress> {
   }
 };
 
+namespace detail {
+
+// So many sub-identifiers, or those that there are.
+inline bool ReadIds(IndexReader& reader, std::size_t most, Oid& value) {
+  IndexWriter ids;
+  for (SubIdentifier id; ids.View().size() < most && reader.HasMore();) {
+    if (!reader.Take(id)) return false;
+    ids.Add(id);
+  }
+  value = Oid(ids.View());
+  return true;
+}
+
+}  // namespace detail
+
 template <>
 struct IndexSyntax<Oid> {
   static constexpr std::size_t kParts = 1;
@@ -260,10 +301,8 @@ struct IndexSyntax<Oid> {
   }
   static bool Read(IndexReader& reader, Oid& value) {
     SubIdentifier size;
-    if (!reader.Take(size) || reader.Rest().size() < size) return false;
-    value = Oid(reader.Rest().First(size));
-    reader.Skip(size);
-    return true;
+    return reader.TakeSize(size) && detail::ReadIds(reader, size, value) &&
+           value.size() == size;
   }
 };
 
@@ -274,9 +313,7 @@ struct IndexSyntax<Implied<Oid>> {
     for (const SubIdentifier id : value.value) writer.Add(id);
   }
   static bool Read(IndexReader& reader, Implied<Oid>& value) {
-    value.value = Oid(reader.Rest());
-    reader.Skip(reader.Rest().size());
-    return true;
+    return detail::ReadIds(reader, Oid::kMaxSize, value.value);
   }
 };
 
@@ -352,15 +389,36 @@ struct NumberOfType<T, true> {
 template <typename T>
 using NumberOf = typename NumberOfType<T>::Type;
 
-// The key that is exactly these sub-identifiers.
+// The key that is exactly these sub-identifiers. No key has none.
 template <typename Key>
 std::optional<Key> ReadKey(OidView index) {
   IndexReader reader(index);
   Key key{};
-  if (!IndexSyntax<Key>::Read(reader, key) || !reader.Rest().empty()) {
+  if (index.empty() || !IndexSyntax<Key>::Read(reader, key) ||
+      !reader.Rest().empty()) {
     return std::nullopt;
   }
   return key;
+}
+
+// The greatest key that is not behind these sub-identifiers, in the order of
+// the OIDs; it may be longer than an OID can be.
+template <typename Key>
+std::optional<Key> FloorKey(OidView index) {
+  std::vector<SubIdentifier> ids(index.begin(), index.end());
+  auto mode = IndexReader::Mode::RoundDown;
+  while (!ids.empty()) {
+    IndexReader reader(OidView(ids.data(), ids.size()), mode);
+    Key key{};
+    if (IndexSyntax<Key>::Read(reader, key)) return key;
+    // There is none with what has been read in front: then the greatest one
+    // with less in front.
+    ids.resize(ids.size() - reader.Rest().size());
+    while (!ids.empty() && ids.back() == 0) ids.pop_back();
+    if (!ids.empty()) --ids.back();
+    mode = IndexReader::Mode::Below;
+  }
+  return std::nullopt;
 }
 
 }  // namespace detail

@@ -2,6 +2,8 @@
 #ifndef SNMPSUBAGENT_SNMPSUBAGENT_SETCHANGE_H_
 #define SNMPSUBAGENT_SNMPSUBAGENT_SETCHANGE_H_
 
+#include <optional>
+
 #include "snmpsubagent/Export.h"
 
 namespace snmpsubagent {
@@ -11,6 +13,8 @@ class Transaction;
 }
 template <typename T>
 class Scalar;
+template <typename Key, typename Row, typename Container>
+class Table;
 
 // What a SET is going to change, for Module::Check(). Valid during the call.
 //
@@ -34,6 +38,19 @@ class SetChange {
   template <typename T>
   T After(const Scalar<T>& scalar) const {
     return scalar.After(transaction_);
+  }
+
+  // The same for the row of a table with that key: whether the SET names cells
+  // of it, and the row as it will be, or none.
+  template <typename Key, typename Row, typename Container>
+  bool Names(const Table<Key, Row, Container>& table,
+             const typename Container::key_type& key) const {
+    return table.IsNamedBy(transaction_, key);
+  }
+  template <typename Key, typename Row, typename Container>
+  std::optional<Row> After(const Table<Key, Row, Container>& table,
+                           const typename Container::key_type& key) const {
+    return table.After(transaction_, key);
   }
 
  private:

@@ -119,6 +119,7 @@ class Table {
     column->writable = writable;
     column->constraints = access.Rules();
     if constexpr (std::is_same_v<A, ReadCreate>) {
+      column->canCreate = true;
       column->isRequired = access.IsRequired();
     }
     return Add(number, std::move(column));
@@ -165,8 +166,14 @@ class Table {
   // Permanent nor change one that is ReadOnly.
   Table& StorageType(SubIdentifier number,
                      snmpsubagent::StorageType Row::*member) {
-    Column(number, member, ReadCreate().Range(1, 3));
-    state_->SetStorage([member](const void* row) {
+    using T = snmpsubagent::StorageType;
+    auto column = std::make_unique<detail::MemberColumn<Row, T>>(member);
+    column->writable = true;
+    column->isStorage = true;
+    column->constraints = ReadCreate().Range(1, 3).Rules();
+    const AgentLock lock = Lock();
+    state_->AddColumn(number, std::move(column));
+    rows_->SetStorage([member](const void* row) {
       return static_cast<const Row*>(row)->*member;
     });
     return *this;
@@ -174,7 +181,7 @@ class Table {
   // Managers change other columns of a row only while it is not active.
   Table& FreezeActiveRows() {
     const AgentLock lock = Lock();
-    state_->FreezeActiveRows();
+    rows_->FreezeActive();
     return *this;
   }
   // Managers make no more rows when there are so many: resourceUnavailable.
@@ -222,11 +229,12 @@ class Table {
     Require(key);
     return !Contains(key) && rows_->Put(key, std::move(row));
   }
-  // Adds a row, or puts it in the place of the one that there is.
+  // Adds a row, or puts it in the place of the one that there is, which stays
+  // active or notInService; one that was notReady is notInService.
   void Set(const Key& key, Row row) {
     const AgentLock lock = Lock();
     Require(key);
-    rows_->Put(key, std::move(row), rows_->StatusOf(key));
+    rows_->Put(key, std::move(row));
   }
   // Calls `change` with the row; false if there is none.
   template <typename F>
@@ -235,7 +243,7 @@ class Table {
     const auto place = rows_->Rows().find(key);
     if (place == rows_->Rows().end()) return false;
     change(place->second);
-    rows_->Note(key);
+    rows_->Changed(key);
     return true;
   }
   bool Erase(const Key& key) {
@@ -252,9 +260,7 @@ class Table {
 
   std::optional<Row> Find(const Key& key) const {
     const AgentLock lock = Lock();
-    const auto place = rows_->Rows().find(key);
-    if (place == rows_->Rows().end()) return std::nullopt;
-    return place->second;
+    return rows_->Held(key);
   }
   bool Contains(const Key& key) const {
     const AgentLock lock = Lock();
@@ -263,7 +269,8 @@ class Table {
   // None if there is no such row.
   snmpsubagent::RowStatus Status(const Key& key) const {
     const AgentLock lock = Lock();
-    return Contains(key) ? rows_->StatusOf(key) : snmpsubagent::RowStatus::None;
+    return Contains(key) ? rows_->KeyStatus(key)
+                         : snmpsubagent::RowStatus::None;
   }
   std::size_t Size() const {
     const AgentLock lock = Lock();
@@ -287,6 +294,21 @@ class Table {
     return *this;
   }
 
+  // Has functions tell the rows, which nobody holds then: `rowOf` the row of a
+  // key, if there is one; `keyAfter` the first key behind one that there may
+  // not be, or with null the first of all, in the order of IndexOrder<Key>.
+  // They run under the agent's lock. A SET changes what `Apply` changes.
+  //
+  //   squares.Virtual(
+  //       [](unsigned n) { return SquareOf(n); },
+  //       [](const unsigned* n) { return NumberAfter(n ? *n : 0); });
+  Table& Virtual(std::function<std::optional<Row>(const Key&)> rowOf,
+                 std::function<std::optional<Key>(const Key*)> keyAfter) {
+    const AgentLock lock = Lock();
+    rows_->SetVirtual(std::move(rowOf), std::move(keyAfter));
+    return *this;
+  }
+
   // A cell, for Notification::Send().
   NotificationObject Cell(const Key& key, SubIdentifier column) const {
     IndexWriter index;
@@ -301,6 +323,18 @@ class Table {
         });
   }
 
+  // For SetChange.
+  bool IsNamedBy(const detail::Transaction& transaction, const Key& key) const {
+    return FindStaged(transaction, key) != nullptr;
+  }
+  std::optional<Row> After(const detail::Transaction& transaction,
+                           const Key& key) const {
+    const auto* staged = static_cast<const detail::StagedMapRow<Rows>*>(
+        FindStaged(transaction, key));
+    if (staged) return staged->FinalRow();
+    return rows_->Held(key);
+  }
+
  private:
   using Store = detail::MapRows<Rows>;
 
@@ -311,10 +345,10 @@ class Table {
     state_->Serve();
   }
 
-  static void Require(const Key& key) {
+  void Require(const Key& key) const {
     IndexWriter index;
     IndexSyntax<Key>::Write(index, key);
-    if (index.IsTooLong() || !detail::ReadKey<Key>(index.View())) {
+    if (!detail::CanBeIndex(key) || !state_->HasRoomFor(index.View())) {
       throw std::invalid_argument("a key that can't be an index");
     }
   }
@@ -329,6 +363,12 @@ class Table {
     const AgentLock lock = Lock();
     rows_->EditFunctions(edit);
     return *this;
+  }
+  const detail::StagedRow* FindStaged(const detail::Transaction& transaction,
+                                      const Key& key) const {
+    IndexWriter index;
+    IndexSyntax<Key>::Write(index, key);
+    return rows_->FindStaged(transaction, index.View());
   }
   AgentLock Lock() const { return AgentLock(state_->Agent()); }
   void Withdraw() {

@@ -11,10 +11,73 @@ namespace snmpsubagent::detail {
 
 RowStore::~RowStore() = default;
 
+int RowStore::AddRequired() {
+  required_.push_back(true);
+  return static_cast<int>(required_.size()) - 1;
+}
+
+void RowStore::DropRequired(int which) {
+  required_[static_cast<std::size_t>(which)] = false;
+}
+
+RowStatus RowStore::StatusOf(OidView index) const {
+  if (inactive_.empty()) return RowStatus::Active;
+  const auto found = inactive_.find(index);
+  return found == inactive_.end() ? RowStatus::Active : found->second.status;
+}
+
+std::vector<bool> RowStore::MissingOf(OidView index) const {
+  const auto found = inactive_.find(index);
+  return found == inactive_.end() ? std::vector<bool>() : found->second.missing;
+}
+
+bool RowStore::IsMissing(OidView index, int required) const {
+  if (required < 0 || inactive_.empty()) return false;
+  const auto found = inactive_.find(index);
+  const auto place = static_cast<std::size_t>(required);
+  return found != inactive_.end() && place < found->second.missing.size() &&
+         found->second.missing[place];
+}
+
+void RowStore::SetStatus(OidView index, RowStatus status,
+                         std::vector<bool> missing) {
+  const auto found = inactive_.find(index);
+  const bool isInactive =
+      status == RowStatus::NotInService || status == RowStatus::NotReady;
+  if (found != inactive_.end() && isInactive) {
+    found->second = {status, std::move(missing)};
+  } else if (isInactive) {
+    inactive_.emplace(Oid(index), Inactive{status, std::move(missing)});
+  } else if (found != inactive_.end()) {
+    inactive_.erase(found);
+  }
+}
+
+StagedRow* RowStore::FindStaged(const Transaction& transaction,
+                                OidView index) const {
+  const auto found =
+      std::find_if(staged_.begin(), staged_.end(), [&](const StagedRow* row) {
+        return row->IsOf(transaction) && row->Index() == index;
+      });
+  return found == staged_.end() ? nullptr : *found;
+}
+
 void RowStore::NoteChange(OidView index) {
   for (StagedRow* staged : staged_) {
     if (staged->Index() == index) staged->NoteChange();
   }
+}
+
+// A row that the application has put has all its cells.
+void RowStore::NotePut(OidView index, bool isNew) {
+  const bool isActive = isNew || StatusOf(index) == RowStatus::Active;
+  SetStatus(index, isActive ? RowStatus::Active : RowStatus::NotInService, {});
+  NoteChange(index);
+}
+
+void RowStore::NoteErased(OidView index) {
+  SetStatus(index, RowStatus::None, {});
+  NoteChange(index);
 }
 
 bool RowStore::IsFullFor(const StagedRow& row) const {
@@ -29,15 +92,16 @@ bool RowStore::IsFullFor(const StagedRow& row) const {
 
 StagedRow::StagedRow(std::shared_ptr<TableState> table,
                      std::shared_ptr<RowStore> store, OidView index,
-                     RowStatus status)
+                     const void* row)
     : Change(table),
       table_(std::move(table)),
       store_(std::move(store)),
       index_(index),
-      missingBefore_(table_->MissingOf(index, status)),
+      missingBefore_(row ? store_->MissingOf(index) : store_->Required()),
       missing_(missingBefore_),
-      before_(status),
-      after_(status) {
+      storage_(row ? store_->StorageOf(row) : StorageType::Volatile),
+      before_(row ? store_->StatusOf(index) : RowStatus::None),
+      after_(before_) {
   store_->staged_.push_back(this);
 }
 
@@ -48,7 +112,8 @@ StagedRow::~StagedRow() {
 
 void StagedRow::NoteCell(int required) {
   changesCells_ = true;
-  if (required >= 0) missing_[static_cast<std::size_t>(required)] = false;
+  const auto place = static_cast<std::size_t>(required);
+  if (required >= 0 && place < missing_.size()) missing_[place] = false;
 }
 
 SetError StagedRow::NoteAction(RowStatus action, std::uint16_t varbind) {
@@ -61,7 +126,10 @@ SetError StagedRow::NoteAction(RowStatus action, std::uint16_t varbind) {
 }
 
 bool StagedRow::IsComplete() const {
-  return std::find(missing_.begin(), missing_.end(), true) == missing_.end();
+  for (std::size_t i = 0; i < missing_.size(); ++i) {
+    if (missing_[i] && store_->Required()[i]) return false;
+  }
+  return true;
 }
 
 SetError StagedRow::Check(std::uint16_t& varbind) {
@@ -71,10 +139,7 @@ SetError StagedRow::Check(std::uint16_t& varbind) {
       before_ == RowStatus::None ? DecideNew() : DecideExisting();
   if (error != SetError::None) return error;
   varbind = first;
-  if (before_ == RowStatus::None && after_ == RowStatus::None) {
-    return SetError::None;  // destroyed, and never was
-  }
-  return AskCheck();
+  return IsNothing() ? SetError::None : AskCheck();
 }
 
 // The first column of RFC 2579's table of states.
@@ -102,7 +167,7 @@ SetError StagedRow::DecideNew() {
 SetError StagedRow::DecideExisting() {
   switch (action_) {
     case RowStatus::None:
-      if (before_ == RowStatus::Active && table_->ActiveRowsAreFrozen()) {
+      if (before_ == RowStatus::Active && store_->ActiveAreFrozen()) {
         return SetError::InconsistentValue;
       }
       if (before_ == RowStatus::NotReady && IsComplete()) {
@@ -114,12 +179,11 @@ SetError StagedRow::DecideExisting() {
       if (!IsComplete()) return SetError::InconsistentValue;
       after_ = action_;
       return changesCells_ && before_ == RowStatus::Active &&
-                     after_ == RowStatus::Active &&
-                     table_->ActiveRowsAreFrozen()
+                     after_ == RowStatus::Active && store_->ActiveAreFrozen()
                  ? SetError::InconsistentValue
                  : SetError::None;
     case RowStatus::Destroy:
-      if (table_->StorageOf(Row()) == StorageType::Permanent) {
+      if (storage_ == StorageType::Permanent) {
         return SetError::InconsistentValue;
       }
       after_ = RowStatus::None;
@@ -130,7 +194,10 @@ SetError StagedRow::DecideExisting() {
 }
 
 Step StagedRow::Commit(Transaction& transaction) {
-  if (!table_->IsServed() || overtaken_) return Step::Refused;
+  if (IsNothing()) return Step::Done;
+  if (!table_->IsServed() || overtaken_ || !IsUntouched(false)) {
+    return Step::Refused;
+  }
   return Apply(false, transaction);
 }
 
@@ -156,9 +223,8 @@ void StagedRow::Put(bool undo) {
   } else {
     Store();
   }
-  table_->KeepMissing(index_, (undo ? before_ : after_) == RowStatus::NotReady
-                                  ? undo ? missingBefore_ : missing_
-                                  : std::vector<bool>());
+  store_->SetStatus(index_, undo ? before_ : after_,
+                    undo ? missingBefore_ : missing_);
   isPutting_ = false;
 }
 
@@ -170,12 +236,14 @@ Step StagedRow::Resumed(SetError error) {
 
 Step StagedRow::Undo(Transaction& transaction) {
   // What the application has made of the row meanwhile stays.
-  if (!table_->IsServed() || overtaken_) return Step::Done;
+  if (IsNothing() || !table_->IsServed() || overtaken_ || !IsUntouched(true)) {
+    return Step::Done;
+  }
   return Apply(true, transaction);
 }
 
 void StagedRow::Finish() {
-  if (table_->IsServed()) CallChanged();
+  if (!IsNothing() && table_->IsServed()) CallChanged();
 }
 
 }  // namespace snmpsubagent::detail

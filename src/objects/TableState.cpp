@@ -16,6 +16,20 @@ namespace {
 // T.1.column.index (RFC 2578, 7.7).
 constexpr SubIdentifier kEntry = 1;
 
+// Whether managers may change a row, or this cell of it (RFC 2579,
+// StorageType).
+SetError CheckStorage(StorageType storage, const Column* column) {
+  const bool isStorage = column && column->isStorage;
+  switch (storage) {
+    case StorageType::Permanent:
+      return isStorage ? SetError::WrongValue : SetError::None;
+    case StorageType::ReadOnly:
+      return isStorage ? SetError::WrongValue : SetError::NotWritable;
+    default:
+      return SetError::None;
+  }
+}
+
 }  // namespace
 
 Column::~Column() = default;
@@ -23,6 +37,14 @@ Column::~Column() = default;
 TableState::TableState(std::shared_ptr<ModuleState> module,
                        std::string_view oid, std::shared_ptr<RowStore> rows)
     : ManagedObject(std::move(module), oid), rows_(std::move(rows)) {}
+
+TableState::~TableState() {
+  for (const NumberedColumn& column : columns_) {
+    if (column.column && column.column->required >= 0) {
+      rows_->DropRequired(column.column->required);
+    }
+  }
+}
 
 TableState::Columns::const_iterator TableState::PlaceFrom(
     SubIdentifier number) const {
@@ -43,13 +65,18 @@ void TableState::AddColumn(SubIdentifier number,
   if (column && column->constraints) {
     column->constraints->RequireFor(column->type, Name());
   }
-  if (column && column->isRequired) column->required = requiredColumns_++;
-  columns_.insert(place, {number, std::move(column)});
+  columns_.reserve(columns_.size() + 1);
+  if (column && column->isRequired) column->required = rows_->AddRequired();
+  columns_.insert(PlaceFrom(number), {number, std::move(column)});
 }
 
 void TableState::SetStatusColumn(SubIdentifier number) {
+  if (statusColumn_ != 0) {
+    throw std::invalid_argument(ToString(Name()) + " has a RowStatus already");
+  }
   AddColumn(number, nullptr);
   statusColumn_ = number;
+  rows_->SetStatusColumn();
 }
 
 const Column* TableState::FindColumn(SubIdentifier number) const {
@@ -59,31 +86,8 @@ const Column* TableState::FindColumn(SubIdentifier number) const {
              : place->column.get();
 }
 
-std::vector<bool> TableState::MissingOf(OidView index, RowStatus status) const {
-  if (status == RowStatus::None) {
-    return std::vector<bool>(static_cast<std::size_t>(requiredColumns_), true);
-  }
-  if (status == RowStatus::NotReady) {
-    for (const auto& [other, missing] : missing_) {
-      if (other.View() == index) return missing;
-    }
-  }
-  return std::vector<bool>(static_cast<std::size_t>(requiredColumns_), false);
-}
-
-void TableState::KeepMissing(OidView index, std::vector<bool> missing) {
-  const auto place =
-      std::find_if(missing_.begin(), missing_.end(),
-                   [&](const auto& row) { return row.first.View() == index; });
-  if (place != missing_.end()) missing_.erase(place);
-  if (!missing.empty()) missing_.emplace_back(Oid(index), std::move(missing));
-}
-
-bool TableState::IsMissing(const Column& column, const RowView& row,
-                           OidView index) const {
-  return row.status == RowStatus::NotReady && column.required >= 0 &&
-         MissingOf(index,
-                   row.status)[static_cast<std::size_t>(column.required)];
+bool TableState::HasRoomFor(OidView index) const {
+  return Name().size() + 2 + index.size() <= Oid::kMaxSize;
 }
 
 Oid TableState::CellName(SubIdentifier column, OidView index) const {
@@ -93,15 +97,17 @@ Oid TableState::CellName(SubIdentifier column, OidView index) const {
 bool TableState::WriteCell(SubIdentifier number, const RowView& row,
                            OidView index, ValueWriter& writer) const {
   if (number == statusColumn_) {
-    writer.Integer(static_cast<std::int32_t>(row.status));
+    writer.Integer(static_cast<std::int32_t>(rows_->StatusOf(index)));
     return true;
   }
   const Column* column = FindColumn(number);
-  return column && !IsMissing(*column, row, index) && column->Read(row, writer);
+  return column && !rows_->IsMissing(index, column->required) &&
+         column->Read(row, writer);
 }
 
 Answer TableState::ReadCell(const NumberedColumn& column, const RowView& row,
                             OidView index, ReadContext& context) {
+  if (!HasRoomFor(index)) return Answer::Absent;
   name_.assign(Name().begin(), Name().end());
   name_.push_back(kEntry);
   name_.push_back(column.number);
@@ -134,27 +140,28 @@ Answer TableState::ReadNext(OidView instance, bool include,
                             ReadContext& context) {
   OidView index;
   auto column = columns_.cbegin();
-  bool isFirst = true;
+  bool isIncluded = false;
   if (!instance.empty()) {
     if (instance[0] > kEntry) return Answer::Absent;
     if (instance[0] == kEntry && instance.size() > 1) {
       column = PlaceFrom(instance[1]);
       if (column != columns_.end() && column->number == instance[1]) {
         index = instance.After(2);
-        isFirst = index.empty() || include;
+        isIncluded = include;
       }
     }
   }
   for (; column != columns_.end(); ++column) {
-    const Answer answer = ReadColumn(*column, index, isFirst, context);
+    const Answer answer = ReadColumn(*column, index, isIncluded, context);
     if (answer != Answer::Absent) return answer;
     index = {};
-    isFirst = true;
+    isIncluded = false;
   }
   return Answer::Absent;
 }
 
-// The first cell behind `index`; rows that have none are passed over.
+// The first cell behind `index`; rows that have none are passed over. No row
+// has an empty index.
 Answer TableState::ReadColumn(const NumberedColumn& column, OidView index,
                               bool include, ReadContext& context) {
   RowView row;
@@ -204,7 +211,7 @@ SetError TableState::StageCell(const NumberedColumn& numbered, OidView index,
                                const ValueView& value,
                                Transaction& transaction) {
   StagedRow* staged = nullptr;
-  SetError error = FindStaged(index, transaction, staged);
+  SetError error = FindStaged(numbered, index, transaction, staged);
   if (error != SetError::None) return error;
   if (!numbered.column) {
     return staged->NoteAction(static_cast<RowStatus>(value.number),
@@ -216,19 +223,21 @@ SetError TableState::StageCell(const NumberedColumn& numbered, OidView index,
 }
 
 // The row as this SET has it so far; a copy of it if this is its first cell.
-SetError TableState::FindStaged(OidView index, Transaction& transaction,
-                                StagedRow*& staged) {
+SetError TableState::FindStaged(const NumberedColumn& column, OidView index,
+                                Transaction& transaction, StagedRow*& staged) {
   for (StagedRow* row : rows_->Staged()) {
     if (row->Index() != index) continue;
     if (!row->IsOf(transaction)) return SetError::ResourceUnavailable;
     staged = row;
-    return SetError::None;
+    return CheckStorage(row->Storage(), column.column.get());
   }
   RowView row;
   const bool exists = rows_->Find(index, row);
-  if (!exists && !HasStatusColumn()) return SetError::NoCreation;
-  if (exists && StorageOf(row.row) == StorageType::ReadOnly) {
-    return SetError::NotWritable;
+  if (!exists && !rows_->HasStatus()) return SetError::NoCreation;
+  if (exists) {
+    const SetError error =
+        CheckStorage(rows_->StorageOf(row.row), column.column.get());
+    if (error != SetError::None) return error;
   }
   auto change = rows_->Stage(
       std::static_pointer_cast<TableState>(shared_from_this()), index);

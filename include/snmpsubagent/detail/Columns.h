@@ -60,6 +60,7 @@ class MemberColumn final
     if constexpr (std::is_same_v<M, T>) {
       return MakeNewValue(value, cell);
     } else {
+      if (!cell && !this->canCreate) return SetError::NoCreation;
       T made = cell.value_or(T{});
       const SetError error = MakeNewValue(value, made);
       if (error == SetError::None) cell = std::move(made);

@@ -19,6 +19,7 @@
 #include "snmpsubagent/detail/Requests.h"
 #include "snmpsubagent/detail/RowStore.h"
 #include "snmpsubagent/detail/TableState.h"
+#include "snmpsubagent/detail/VirtualRows.h"
 
 // The rows of a table, in a container that is ordered by their keys.
 namespace snmpsubagent::detail {
@@ -65,6 +66,38 @@ struct IndexedBy<
   }
 };
 
+// Whether a key has an index at all: no number below 0, no text that is too
+// long.
+template <typename Key>
+bool CanBeIndex(const Key& key) {
+  if constexpr (IsNumberIndex<Key>) {
+    return key >= Key{};
+  } else {
+    IndexWriter index;
+    IndexSyntax<Key>::Write(index, key);
+    return !index.IsTooLong() && ReadKey<Key>(index.View()).has_value();
+  }
+}
+
+template <typename T, typename = void>
+struct IsComparableOf : std::false_type {};
+template <typename T>
+struct IsComparableOf<
+    T, std::void_t<decltype(static_cast<bool>(std::declval<const T&>() ==
+                                              std::declval<const T&>()))>>
+    : std::true_type {};
+
+// Whether rows are the same; `otherwise` if they have no operator==.
+template <typename Row>
+bool AreEqual(const Row& a, const Row& b, bool otherwise) {
+  if constexpr (IsComparableOf<Row>::value) {
+    return a == b;
+  } else {
+    static_cast<void>(a), static_cast<void>(b);
+    return otherwise;
+  }
+}
+
 template <typename Map>
 class MapRows;
 
@@ -78,14 +111,19 @@ class StagedMapRow final : public StagedRow {
 
   StagedMapRow(std::shared_ptr<TableState> table,
                std::shared_ptr<MapRows<Map>> rows, OidView index, Key key,
-               std::optional<RowType> before, RowStatus status)
-      : StagedRow(std::move(table), rows, index, status),
+               std::optional<RowType> before)
+      : StagedRow(std::move(table), rows, index, before ? &*before : nullptr),
         rows_(std::move(rows)),
         key_(std::move(key)),
         before_(std::move(before)),
         after_(before_ ? *before_ : RowType()) {}
 
   void* Row() override { return &after_; }
+  // None if it is destroyed.
+  std::optional<RowType> FinalRow() const {
+    return After() == RowStatus::None ? std::nullopt
+                                      : std::optional<RowType>(after_);
+  }
 
  protected:
   SetError AskCheck() override {
@@ -98,26 +136,13 @@ class StagedMapRow final : public StagedRow {
     const auto functions = rows_->Functions();
     if (functions && functions->changed) functions->changed(Forward());
   }
-  void Store() override {
-    if (After() == RowStatus::None) {
-      rows_->Erase(key_);
-    } else {
-      rows_->Put(key_, after_, After());
-    }
-  }
-  void Restore() override {
-    if (before_) {
-      rows_->Put(key_, *before_, Before());
-    } else {
-      rows_->Erase(key_);
-    }
+  void Store() override { rows_->Make(key_, FinalRow()); }
+  void Restore() override { rows_->Make(key_, before_); }
+  bool IsUntouched(bool put) const override {
+    return rows_->Holds(key_, put ? FinalRow() : before_);
   }
 
  private:
-  std::optional<RowType> FinalRow() const {
-    return After() == RowStatus::None ? std::nullopt
-                                      : std::optional<RowType>(after_);
-  }
   Change Forward() const {
     return {key_, before_, FinalRow(), Before(), After()};
   }
@@ -147,53 +172,82 @@ class MapRows final : public RowStore,
   // The rows as they are, for whoever changes no keys.
   Map& Rows() { return rows_; }
 
-  bool Put(const Key& key, Row row, RowStatus status = RowStatus::Active) {
+  std::optional<Row> Held(const Key& key) const {
+    const auto place = rows_.find(key);
+    if (place == rows_.end()) return std::nullopt;
+    return place->second;
+  }
+  bool Put(const Key& key, Row row) {
     const bool isNew = rows_.insert_or_assign(key, std::move(row)).second;
     if (isNew) Forget();
-    SetStatus(key, status);
-    Note(key);
+    Note(key, [&](OidView index) { this->NotePut(index, isNew); });
     return isNew;
   }
   bool Erase(const Key& key) {
     if (rows_.erase(key) == 0) return false;
     Forget();
-    status_.erase(key);
-    Note(key);
+    Note(key, [&](OidView index) { this->NoteErased(index); });
     return true;
   }
-  // Tells the SETs that are under way that the application has changed a row.
-  void Note(const Key& key) {
-    if (Staged().empty()) return;
+  // The application has changed the row.
+  void Changed(const Key& key) {
+    Note(key, [&](OidView index) { this->NoteChange(index); });
+  }
+  RowStatus KeyStatus(const Key& key) const {
     IndexWriter index;
     IndexSyntax<Key>::Write(index, key);
-    NoteChange(index.View());
+    return this->StatusOf(index.View());
   }
-  RowStatus StatusOf(const Key& key) const {
-    const auto found = status_.find(key);
-    return found == status_.end() ? RowStatus::Active : found->second;
-  }
-  void SetStatus(const Key& key, RowStatus status) {
-    if (status != RowStatus::Active) {
-      status_.insert_or_assign(key, status);
-    } else if (!status_.empty()) {
-      status_.erase(key);
+
+  // Has the table hold this row under the key, or none; the rows of functions
+  // are theirs to make.
+  void Make(const Key& key, const std::optional<Row>& row) {
+    if (virtual_) return;
+    if (row) {
+      Put(key, *row);
+    } else {
+      Erase(key);
     }
+  }
+  // Whether it does, as far as rows can be compared.
+  bool Holds(const Key& key, const std::optional<Row>& row) const {
+    if (owned_ || virtual_) return true;  // Changes have been noted.
+    const auto place = rows_.find(key);
+    if (place == rows_.end() || !row) return (place == rows_.end()) == !row;
+    return AreEqual(place->second, *row, true);
   }
 
   // Makes them those of `rows`, and touches only what differs.
   void Replace(Map rows) {
+    if (owned_ && !this->TakesNotes()) {
+      rows_ = std::move(rows);
+      Forget();
+      return;
+    }
     for (auto place = rows_.begin(); place != rows_.end();) {
       const auto next = std::next(place);
       if (rows.find(place->first) == rows.end()) Erase(Key(place->first));
       place = next;
     }
-    for (auto& [key, row] : rows) Put(key, std::move(row), StatusOf(key));
+    for (auto& [key, row] : rows) {
+      const auto place = rows_.find(key);
+      if (place == rows_.end()) {
+        Put(key, std::move(row));
+      } else if (!AreEqual(place->second, row, false)) {
+        place->second = std::move(row);
+        Changed(key);
+      }
+    }
   }
 
   void SetLoader(Loader loader, std::chrono::steady_clock::duration time) {
     loader_ = std::move(loader);
     timeToLive_ = time;
     loaded_.reset();
+  }
+  void SetVirtual(typename VirtualRows<Key, Row>::RowOf rowOf,
+                  typename VirtualRows<Key, Row>::KeyAfter keyAfter) {
+    virtual_.emplace(std::move(rowOf), std::move(keyAfter));
   }
 
   const std::shared_ptr<const Functions_>& Functions() const {
@@ -212,6 +266,7 @@ class MapRows final : public RowStore,
     return ReadKey<Key>(index).has_value();
   }
   bool Find(OidView index, RowView& found) override {
+    if (virtual_) return virtual_->Find(index, found);
     Load();
     const auto place = IndexedBy<Map>::From(rows_, index, true);
     if (place == rows_.end() || !Is(place->first, index)) return false;
@@ -220,6 +275,7 @@ class MapRows final : public RowStore,
   }
   bool FindNext(OidView index, bool include, RowView& found,
                 IndexWriter& foundIndex) override {
+    if (virtual_) return virtual_->FindNext(index, include, found, foundIndex);
     Load();
     const auto place = PlaceBehind(index, include);
     if (place == rows_.end()) return false;
@@ -232,15 +288,12 @@ class MapRows final : public RowStore,
   std::unique_ptr<StagedRow> Stage(std::shared_ptr<TableState> table,
                                    OidView index) override {
     Key key = *ReadKey<Key>(index);
+    RowView row;
     std::optional<Row> before;
-    RowStatus status = RowStatus::None;
-    if (const auto place = rows_.find(key); place != rows_.end()) {
-      before = place->second;
-      status = StatusOf(key);
-    }
+    if (Find(index, row)) before = *static_cast<const Row*>(row.row);
     return std::make_unique<StagedMapRow<Map>>(
         std::move(table), this->shared_from_this(), index, std::move(key),
-        std::move(before), status);
+        std::move(before));
   }
 
  private:
@@ -254,11 +307,18 @@ class MapRows final : public RowStore,
   void Show(const typename Map::value_type& row, RowView& found) const {
     found.key = &row.first;
     found.row = &row.second;
-    found.status = status_.empty() ? RowStatus::Active : StatusOf(row.first);
+  }
+  template <typename Tell>
+  void Note(const Key& key, Tell tell) {
+    if (!this->TakesNotes()) return;
+    IndexWriter index;
+    IndexSyntax<Key>::Write(index, key);
+    tell(index.View());
   }
 
+  // Not while a SET is under way, whose rows would be others all of a sudden.
   void Load() {
-    if (!loader_ || loading_) return;
+    if (!loader_ || loading_ || !Staged().empty()) return;
     const auto now = std::chrono::steady_clock::now();
     if (loaded_ && now - *loaded_ < timeToLive_) return;
     loading_ = true;
@@ -271,6 +331,9 @@ class MapRows final : public RowStore,
     }
     loading_ = false;
     loaded_ = std::chrono::steady_clock::now();
+    for (auto place = rows.begin(); place != rows.end();) {
+      place = CanBeIndex(place->first) ? std::next(place) : rows.erase(place);
+    }
     Replace(std::move(rows));
   }
 
@@ -297,8 +360,7 @@ class MapRows final : public RowStore,
 
   std::unique_ptr<Map> owned_;
   Map& rows_;
-  // Of the rows that are not active.
-  std::map<Key, RowStatus, IndexOrder<Key>> status_;
+  std::optional<VirtualRows<Key, Row>> virtual_;
   std::shared_ptr<const Functions_> functions_;
 
   Loader loader_;
@@ -309,7 +371,7 @@ class MapRows final : public RowStore,
   bool remembers_ = false;
   std::vector<SubIdentifier> lastAsked_;
   std::vector<SubIdentifier> lastFound_;
-  Place place_;
+  Place place_{};
 };
 
 template <typename Map>

@@ -5,7 +5,9 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "snmpsubagent/Export.h"
@@ -24,7 +26,6 @@ class StagedRow;
 struct RowView {
   const void* key = nullptr;
   const void* row = nullptr;
-  RowStatus status = RowStatus::Active;
 };
 
 // The rows of a table, or of several that share them, in the order of their
@@ -48,22 +49,63 @@ class SNMPSUBAGENT_OBJECTS_EXPORT RowStore {
   virtual std::unique_ptr<StagedRow> Stage(std::shared_ptr<TableState> table,
                                            OidView index) = 0;
 
-  // The staged rows of all SETs that are under way.
-  const std::vector<StagedRow*>& Staged() const { return staged_; }
+  virtual std::size_t Size() const = 0;
+
+  // What the tables of these rows say about rows that managers make.
+  void SetStatusColumn() { hasStatus_ = true; }
+  bool HasStatus() const { return hasStatus_; }
+  void FreezeActive() { activeAreFrozen_ = true; }
+  bool ActiveAreFrozen() const { return activeAreFrozen_; }
+  void SetStorage(std::function<StorageType(const void*)> storage) {
+    storage_ = std::move(storage);
+  }
+  StorageType StorageOf(const void* row) const {
+    return storage_ ? storage_(row) : StorageType::Volatile;
+  }
   // So many rows are the most when a manager makes one; 0 for no limit.
   void SetLimit(std::size_t rows) { limit_ = rows; }
   // Whether there is no room for a new row beside those that are staged.
   bool IsFullFor(const StagedRow& row) const;
-  virtual std::size_t Size() const = 0;
+
+  // One more column that a row needs; which of them it is. And no longer.
+  int AddRequired();
+  void DropRequired(int which);
+  // Which of them a row without cells is missing.
+  const std::vector<bool>& Required() const { return required_; }
+
+  // Of a row that there is.
+  RowStatus StatusOf(OidView index) const;
+  std::vector<bool> MissingOf(OidView index) const;
+  bool IsMissing(OidView index, int required) const;
+  void SetStatus(OidView index, RowStatus status, std::vector<bool> missing);
+
+  // The staged rows of all SETs that are under way.
+  const std::vector<StagedRow*>& Staged() const { return staged_; }
+  // That of one of them, or null.
+  StagedRow* FindStaged(const Transaction& transaction, OidView index) const;
 
  protected:
-  // The application has changed the row with that index.
+  // Whether anything depends on the row with an index, so that it has to be
+  // noted that the application has changed, put or erased it.
+  bool TakesNotes() const { return !staged_.empty() || !inactive_.empty(); }
   void NoteChange(OidView index);
+  void NotePut(OidView index, bool isNew);
+  void NoteErased(OidView index);
 
  private:
   friend class StagedRow;
-  std::vector<StagedRow*> staged_;
+  struct Inactive {
+    RowStatus status;
+    std::vector<bool> missing;  // of the required columns
+  };
+
+  bool hasStatus_ = false;
+  bool activeAreFrozen_ = false;
+  std::function<StorageType(const void*)> storage_;
   std::size_t limit_ = 0;
+  std::vector<bool> required_;
+  std::map<Oid, Inactive, std::less<>> inactive_;
+  std::vector<StagedRow*> staged_;
 };
 
 // What a SET makes of one row: cells first, as the varbinds come, then the
@@ -71,7 +113,7 @@ class SNMPSUBAGENT_OBJECTS_EXPORT RowStore {
 class SNMPSUBAGENT_OBJECTS_EXPORT StagedRow : public Change {
  public:
   StagedRow(std::shared_ptr<TableState> table, std::shared_ptr<RowStore> store,
-            OidView index, RowStatus status);
+            OidView index, const void* row);  // null for a new one
   ~StagedRow() override;
 
   OidView Index() const { return index_; }
@@ -87,6 +129,8 @@ class SNMPSUBAGENT_OBJECTS_EXPORT StagedRow : public Change {
   RowStatus Before() const { return before_; }
   RowStatus After() const { return after_; }
   bool IsPut() const { return isPut_; }
+  // How the row has been kept so far.
+  StorageType Storage() const { return storage_; }
 
   // A cell has been written; which of the required columns it is in, or -1.
   void NoteCell(int required);
@@ -111,11 +155,18 @@ class SNMPSUBAGENT_OBJECTS_EXPORT StagedRow : public Change {
   // Puts the row that will be, or was, in the place of the other.
   virtual void Store() = 0;
   virtual void Restore() = 0;
+  // Whether the application has left alone what the store holds: the row as it
+  // was, or `put`, as it will be. As far as that can be told.
+  virtual bool IsUntouched(bool put) const = 0;
 
  private:
   SetError DecideNew();
   SetError DecideExisting();
   bool IsComplete() const;
+  // A row that was not, and is not to be.
+  bool IsNothing() const {
+    return before_ == RowStatus::None && after_ == RowStatus::None;
+  }
   Step Apply(bool undo, Transaction& transaction);
   void Put(bool undo);
 
@@ -125,6 +176,7 @@ class SNMPSUBAGENT_OBJECTS_EXPORT StagedRow : public Change {
   Oid index_;
   const std::vector<bool> missingBefore_;  // of the required columns
   std::vector<bool> missing_;
+  const StorageType storage_;
   RowStatus before_;
   RowStatus after_;
   RowStatus action_ = RowStatus::None;

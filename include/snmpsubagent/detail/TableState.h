@@ -31,6 +31,10 @@ class SNMPSUBAGENT_OBJECTS_EXPORT Column {
 
   ValueType type = ValueType::Null;
   bool writable = false;
+  // Whether a manager may make a cell that a row does not have.
+  bool canCreate = false;
+  // Whether it is the StorageType of the row.
+  bool isStorage = false;
   // Whether a manager has to write it before a new row can be active; and then
   // which of those columns it is.
   bool isRequired = false;
@@ -44,25 +48,17 @@ class SNMPSUBAGENT_OBJECTS_EXPORT TableState : public ManagedObject {
   TableState(std::shared_ptr<ModuleState> module, std::string_view oid,
              std::shared_ptr<RowStore> rows);
 
+  ~TableState() override;
+
   // Throw std::invalid_argument for a number that is 0 or taken.
   void AddColumn(SubIdentifier number, std::unique_ptr<Column> column);
   void SetStatusColumn(SubIdentifier number);
-  void SetStorage(std::function<StorageType(const void*)> storage) {
-    storage_ = std::move(storage);
-  }
-  void FreezeActiveRows() { activeRowsAreFrozen_ = true; }
   // The column with that number, or null.
   const Column* FindColumn(SubIdentifier number) const;
 
   RowStore& Rows() const { return *rows_; }
-  bool HasStatusColumn() const { return statusColumn_ != 0; }
-  bool ActiveRowsAreFrozen() const { return activeRowsAreFrozen_; }
-  StorageType StorageOf(const void* row) const {
-    return storage_ ? storage_(row) : StorageType::Volatile;
-  }
-  // The columns that the row under `index` is missing; to be kept while it is.
-  std::vector<bool> MissingOf(OidView index, RowStatus status) const;
-  void KeepMissing(OidView index, std::vector<bool> missing);
+  // Whether an OID has room for the name of a cell with that index.
+  bool HasRoomFor(OidView index) const;
 
   // The whole OID of a cell.
   Oid CellName(SubIdentifier column, OidView index) const;
@@ -89,22 +85,16 @@ class SNMPSUBAGENT_OBJECTS_EXPORT TableState : public ManagedObject {
                   OidView index, ReadContext& context);
   Answer ReadColumn(const NumberedColumn& column, OidView index, bool include,
                     ReadContext& context);
-  bool IsMissing(const Column& column, const RowView& row, OidView index) const;
   SetError CheckValue(const NumberedColumn& column,
                       const ValueView& value) const;
   SetError StageCell(const NumberedColumn& column, OidView index,
                      const ValueView& value, Transaction& transaction);
-  SetError FindStaged(OidView index, Transaction& transaction,
-                      StagedRow*& staged);
+  SetError FindStaged(const NumberedColumn& column, OidView index,
+                      Transaction& transaction, StagedRow*& staged);
 
   std::shared_ptr<RowStore> rows_;
   Columns columns_;
   SubIdentifier statusColumn_ = 0;
-  int requiredColumns_ = 0;
-  bool activeRowsAreFrozen_ = false;
-  std::function<StorageType(const void*)> storage_;
-  // Rows that are not ready, few at any time.
-  std::vector<std::pair<Oid, std::vector<bool>>> missing_;
   std::vector<SubIdentifier> name_;  // of the cell that is being read
 };
 
