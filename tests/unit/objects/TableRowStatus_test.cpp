@@ -92,8 +92,12 @@ Row Prepared(Before before) {
 // What RFC 2579 says comes of it: the error, and the row.
 std::string Model(const Case& c, Row& row) {
   const bool exists = row.status != RowStatus::None;
-  if (c.action == 3 || c.action == 7) return "wrongValue";
-  if (exists && c.storage == StorageType::ReadOnly) return "notWritable";
+  const bool isFixed = exists && c.storage == StorageType::ReadOnly;
+  if (c.action == 3 || c.action == 7) {  // Nobody may write these.
+    return isFixed && c.columns != 0 && !c.statusFirst ? "notWritable"
+                                                       : "wrongValue";
+  }
+  if (isFixed) return "notWritable";
   Row after = row;
   if (c.columns & 1U) after.has[0] = true;
   if (c.columns & 2U) after.has[1] = true;
