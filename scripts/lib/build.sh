@@ -11,7 +11,7 @@ library_packages=(libsnmp-dev libboost-thread-dev)
 build_packages=("${library_packages[@]}" g++ cmake ninja-build pkg-config)
 # shellcheck disable=SC2034 # Of the scripts that source this.
 test_packages=("${build_packages[@]}" libgtest-dev libgmock-dev snmp snmpd
-  snmptrapd)
+  snmptrapd libsystemd-dev)
 
 # CMake reads these when it configures a folder for the first time.
 if command -v ccache >/dev/null; then

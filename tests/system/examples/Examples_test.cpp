@@ -94,4 +94,35 @@ TEST(TheEventLoopExample, IsToldOfConnectionsAndSetsInItsLoop) {
   EXPECT_EQ(example.End(), 0);
 }
 
+TEST(TheObjectsEventLoopExample, ServesManagersInItsLoop) {
+  ExampleProcess example("objects_event_loop");
+  EXPECT_TRUE(example.Says("connected"));
+  EXPECT_TRUE(example.Shows(kExamples + ".21.1.0", "INTEGER: 1"));
+  EXPECT_TRUE(
+      example.Manager().Set({kExamples + ".21.2.0", "i", "3"}).Succeeded());
+  EXPECT_TRUE(example.Says("the goal is 3"));
+  EXPECT_FALSE(
+      example.Manager().Set({kExamples + ".21.2.0", "i", "101"}).Succeeded());
+  EXPECT_EQ(example.End(), 0);
+}
+
+TEST(TheObjectsSdEventExample, ServesManagersInItsLoop) {
+  ExampleProcess example("objects_sd_event");
+  EXPECT_TRUE(example.Shows(kExamples + ".22.1.0", "INTEGER: 1"));
+  EXPECT_TRUE(
+      example.Manager().Set({kExamples + ".22.2.0", "i", "3"}).Succeeded());
+  EXPECT_TRUE(example.Shows(kExamples + ".22.2.0", "INTEGER: 3"));
+  EXPECT_EQ(example.End(), 0);
+}
+
+TEST(TheObjectsLaterExample, AnswersWhenItCan) {
+  ExampleProcess example("objects_later");
+  EXPECT_TRUE(example.Shows(kExamples + ".23.1.0", "INTEGER: 1013"));
+  EXPECT_TRUE(
+      example.Manager().Set({kExamples + ".23.2.0", "i", "50"}).Succeeded());
+  EXPECT_TRUE(example.Shows(kExamples + ".23.2.0", "INTEGER: 50"));
+  EXPECT_TRUE(example.Shows(kExamples + ".23.3.0", "\"boiler room\""));
+  EXPECT_EQ(example.End(), 0);
+}
+
 }  // namespace
