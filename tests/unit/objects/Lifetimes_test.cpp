@@ -326,7 +326,7 @@ TEST(Objects, LiveAndDieInAnyOrderUnderLoad) {
   serving.join();
 }
 
-TEST(AnAgent, StopsAtAnyMoment) {
+TEST(ARunningAgent, StopsAtAnyMoment) {
   const wire::Listener listener;
   RandomMaster master(listener);
   std::atomic<bool> end{false};
