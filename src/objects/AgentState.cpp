@@ -2,6 +2,7 @@
 #include "objects/AgentState.h"
 
 #include <mutex>
+#include <new>
 #include <stdexcept>
 #include <utility>
 
@@ -257,22 +258,34 @@ SetError AgentState::ReportException(OidView where) noexcept {
   return SetError::GenErr;
 }
 
+// Telling is all that is lost when there is no memory for it.
+template <typename Telling>
+void AgentState::IfThereIsMemory(const Telling& tell) noexcept {
+  try {
+    tell();
+  } catch (const std::bad_alloc&) {
+  }
+}
+
 void AgentState::OnOpened() {
-  Log(LogLevel::Info, "connected to " + options_.master);
+  IfThereIsMemory(
+      [&] { Log(LogLevel::Info, "connected to " + options_.master); });
   opened_.notify_all();
   TellSession(true, {});
 }
 
 void AgentState::OnEnded(std::string_view reason) {
   ++epoch_;
-  Log(LogLevel::Warning, "the session with " + options_.master +
-                             " has ended: " + std::string(reason));
+  IfThereIsMemory([&] {
+    Log(LogLevel::Warning, "the session with " + options_.master +
+                               " has ended: " + std::string(reason));
+  });
   requests_.Abandon();
   TellSession(false, reason);
 }
 
 void AgentState::OnAttemptFailed(std::string_view reason) {
-  Log(LogLevel::Warning, std::string(reason));
+  IfThereIsMemory([&] { Log(LogLevel::Warning, std::string(reason)); });
 }
 
 void AgentState::OnRequest(const agentx::Request& request,
@@ -281,6 +294,10 @@ void AgentState::OnRequest(const agentx::Request& request,
 }
 
 void AgentState::OnRegistration(std::uint32_t id, agentx::Error) {
+  IfThereIsMemory([&] { TellRefusal(id); });
+}
+
+void AgentState::TellRefusal(std::uint32_t id) {
   const auto refused = session_.FindRefused(id);
   if (!refused) return;
   const Refusal refusal = RefusalOf(*refused);
@@ -300,12 +317,14 @@ void AgentState::OnRegistration(std::uint32_t id, agentx::Error) {
 void AgentState::OnNotification(std::uint64_t id,
                                 agentx::NotificationOutcome outcome,
                                 agentx::Error error) {
-  if (outcome == agentx::NotificationOutcome::Refused) {
-    Log(LogLevel::Error, "the master agent has refused a notification: " +
-                             agentx::ToString(error));
-  } else if (outcome == agentx::NotificationOutcome::Dropped) {
-    Log(LogLevel::Warning, "a notification was dropped");
-  }
+  IfThereIsMemory([&] {
+    if (outcome == agentx::NotificationOutcome::Refused) {
+      Log(LogLevel::Error, "the master agent has refused a notification: " +
+                               agentx::ToString(error));
+    } else if (outcome == agentx::NotificationOutcome::Dropped) {
+      Log(LogLevel::Warning, "a notification was dropped");
+    }
+  });
   const auto found = outcomes_.extract(id);
   if (!found) return;
   try {

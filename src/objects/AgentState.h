@@ -102,7 +102,10 @@ class AgentState final : public std::enable_shared_from_this<AgentState>,
   void Loop(const std::shared_ptr<Connection>& connection);
   bool Serve(Connection& connection, const Connection::Events& events);
   void LookUp(std::function<std::function<void()>()> lookUpAndTell);
+  template <typename Telling>
+  void IfThereIsMemory(const Telling& tell) noexcept;
   void TellSession(bool connected, std::string_view reason);
+  void TellRefusal(std::uint32_t id);
 
   mutable AgentMutex mutex_;
   const AgentOptions options_;

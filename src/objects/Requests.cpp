@@ -113,8 +113,20 @@ void Requests::ForgetEnded() {
 
 void Requests::Abandon() {
   for (const auto& request : std::exchange(suspended_, {})) request->Abandon();
-  const auto transactions = transactions_;
-  for (const auto& transaction : transactions) transaction->Abandon();
+  ForEachTransaction([](Transaction& transaction) { transaction.Abandon(); });
+}
+
+void Requests::GiveUp() {
+  ForEachTransaction([](Transaction& transaction) { transaction.GiveUp(); });
+}
+
+// Needs no memory.
+template <typename End>
+void Requests::ForEachTransaction(const End& end) {
+  for (std::size_t i = 0; i < transactions_.size(); ++i) {
+    const auto transaction = transactions_[i];
+    end(*transaction);
+  }
   ForgetEnded();
 }
 
@@ -124,12 +136,6 @@ bool Requests::IsChangedByOther(const Transaction& transaction,
       transactions_.begin(), transactions_.end(), [&](const auto& other) {
         return other.get() != &transaction && other->Find(object) != nullptr;
       });
-}
-
-void Requests::GiveUp() {
-  const auto transactions = transactions_;
-  for (const auto& transaction : transactions) transaction->GiveUp();
-  ForgetEnded();
 }
 
 std::optional<agentx::Time> Requests::NextDeadline() const {

@@ -55,6 +55,8 @@ class Requests {
             std::vector<std::uint8_t>& response);
   void Set(const agentx::Request& request);
   std::shared_ptr<Transaction> Find(std::uint32_t id) const;
+  template <typename End>
+  void ForEachTransaction(const End& end);
   void ForgetEnded();
 
   AgentState& agent_;
