@@ -70,9 +70,8 @@ struct SessionEvent {
 //
 //   run by                                  until
 //   Start()   a thread of its own           Stop() or the destructor
-//   Run()     the calling thread            Stop(), by whomever
-//   Poll()    an event loop of the          Stop() or the destructor
-//             application's
+//   Run()     the calling thread            Stop(), by anybody
+//   Poll()    the application's event loop  Stop() or the destructor
 //
 // Modules, scalars and all else may be built before and after that, and may
 // outlive the agent.
@@ -83,7 +82,7 @@ class SNMPSUBAGENT_OBJECTS_EXPORT Agent {
  public:
   // `description` is what the master agent may show of it (RFC 2741, 6.2.1), up
   // to 255 octets. Starts nothing. Throws std::invalid_argument for a master
-  // that is none, or a value that is out of range.
+  // that has no such form, or a value that is out of range.
   explicit Agent(std::string description, AgentOptions options = {});
   // Stops.
   ~Agent();
@@ -98,7 +97,7 @@ class SNMPSUBAGENT_OBJECTS_EXPORT Agent {
   // std::logic_error if the agent is running.
   void Run();
 
-  // Serves within an event loop of the application's: returns a descriptor;
+  // Serves within the application's own event loop: returns a descriptor;
   // whenever that is readable, call Dispatch(), which serves what there is and
   // never waits. The descriptor is the agent's, and valid until Stop(). Throws
   // as Run() does.
@@ -107,7 +106,7 @@ class SNMPSUBAGENT_OBJECTS_EXPORT Agent {
 
   // Closes the session, so that managers get noSuchObject at once and not a
   // timeout. Undoes the SETs that are under way and drops the notifications
-  // that wait. When it returns, no function of the application's runs or will
+  // that wait. When it returns, no application function runs or will
   // run, except the one that called it, or one for which the calling thread's
   // Lock() makes it wait. Start() works again afterwards.
   void Stop();

@@ -13,7 +13,7 @@ class AgentState;
 }
 
 // Holds the lock of an agent while it lives: no request is served and no
-// function of the application's is called meanwhile, except by the thread that
+// application function is called meanwhile, except by the thread that
 // has it. May be nested; waits while another thread has it.
 class SNMPSUBAGENT_OBJECTS_EXPORT AgentLock {
  public:

@@ -42,8 +42,8 @@ class SNMPSUBAGENT_OBJECTS_EXPORT LaterAnswer {
 
 }  // namespace detail
 
-// A request that a function of the application's has taken with it, to answer
-// it when it can. Other requests are served meanwhile.
+// A request that an application function has taken with it, to answer it when
+// it can. Other requests are served meanwhile.
 //
 //   snmp::Scalar pressure(module, "4", [&](snmp::Later<int> reply) {
 //     sensor.Read([reply](int hectopascal) { reply.Answer(hectopascal); });
@@ -53,7 +53,7 @@ class SNMPSUBAGENT_OBJECTS_EXPORT LaterAnswer {
 // master agent waits is nearly over, is answered with genErr.
 //
 // Threads: any, also within the function itself. Not in a place that holds a
-// lock for which a function of the application's waits.
+// lock for which an application function waits.
 template <typename T>
 class Later {
  public:

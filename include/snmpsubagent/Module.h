@@ -43,8 +43,8 @@ struct ModuleOptions {
 // May be built before and after the agent is started, and destroyed at any
 // time: its objects, which may outlive it, are then no longer served.
 //
-// Threads: any. The destructor waits for a function of the application's that
-// runs on another thread.
+// Threads: any. The destructor waits for an application function that runs on
+// another thread.
 class SNMPSUBAGENT_OBJECTS_EXPORT Module {
  public:
   // Throws std::invalid_argument if `subtree` is no OID or options are out of

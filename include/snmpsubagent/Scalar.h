@@ -38,7 +38,7 @@ namespace snmpsubagent {
 //   a function of a Later<T>         answered when it can be
 //   Cached(function, time)           asked when the last result is that old
 //   GetSet(getter, setter)           read and written by two functions
-//   As<Counter64>(variable)          an integer of the application's, as a
+//   As<Counter64>(variable)          an integer variable, shown as a
 //                                    counter
 //
 // The type of the value is that of the object, see Types.h; a class of the
@@ -56,9 +56,9 @@ namespace snmpsubagent {
 //
 // What a function throws is logged and refuses as GenErr.
 //
-// Threads: any. The destructor waits for a function of the application's that
-// runs on another thread; after it, managers no longer see the object and
-// nothing of the application's is touched.
+// Threads: any. The destructor waits for an application function that runs on
+// another thread. After it, managers no longer see the object, and the library
+// touches neither its variable nor its functions.
 template <typename T>
 class Scalar {
   static_assert(!std::is_same_v<T, detail::NoValue>,
@@ -96,7 +96,7 @@ class Scalar {
     return *std::move(value);
   }
 
-  // Stores a value of the application's; neither checked nor applied.
+  // Stores the application's own value: it is neither checked nor applied.
   // Throws std::logic_error if a function tells the value.
   void Set(const T& value) {
     const AgentLock lock = Lock();

@@ -34,7 +34,7 @@
 //   TestAndIncr                     TestAndIncr
 namespace snmpsubagent {
 
-// A number that counts up and begins again at 0 after the highest.
+// A number that counts up and wraps to 0 after the highest.
 struct Counter32 {
   std::uint32_t value = 0;
   Counter32& operator++() { return ++value, *this; }
@@ -48,7 +48,7 @@ struct Counter64 {
 inline bool operator==(Counter32 a, Counter32 b) { return a.value == b.value; }
 inline bool operator==(Counter64 a, Counter64 b) { return a.value == b.value; }
 
-// A time span in hundredths of a second; it begins again after 497 days.
+// A time span in hundredths of a second; it wraps after 497 days.
 struct TimeTicks {
   std::uint32_t value = 0;
   TimeTicks() = default;

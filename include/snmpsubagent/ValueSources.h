@@ -43,7 +43,7 @@ struct Counted {
   Variable& variable;
 };
 
-// A plain or atomic integer of the application's, as Counter32, Counter64 or
+// A plain or atomic integer variable, shown as Counter32, Counter64 or
 // TimeTicks:
 //
 //   std::atomic<std::uint64_t> octets;
@@ -65,7 +65,7 @@ Counted<T, Variable> As(Variable& variable) {
 
 namespace detail {
 
-// What a function of the application's that may return nothing, a bool or a
+// What an application function that may return nothing, a bool or a
 // SetError has said; `refused` stands for false.
 template <typename Call>
 SetError AsSetError(Call&& call, SetError refused = SetError::CommitFailed) {

@@ -116,7 +116,7 @@ void AgentState::Loop(const std::shared_ptr<Connection>& connection) {
 bool AgentState::Serve(Connection& connection,
                        const Connection::Events& events) {
   if (&connection != connection_.get()) return false;
-  if (serving_) return true;  // a function of the application's has dispatched
+  if (serving_) return true;  // an application function has dispatched
   const auto keep = connection_;
   Alone([&] {
     connection.Serve(events);
@@ -132,7 +132,7 @@ void AgentState::Update() {
   Alone([&] { keep->Update(requests_.NextDeadline()); });
 }
 
-// Runs what calls functions of the application's, which may end up here again.
+// Runs what calls application functions, which may end up here again.
 // Memory that is short ends the session.
 template <typename Work>
 void AgentState::Alone(const Work& work) {

@@ -33,7 +33,7 @@ enum class Answer {
 // What a module serves below one OID, for all requests: a scalar, a table. Kept
 // alive by the handle that the application has (Scalar, Table) and by requests
 // under way; once it is withdrawn, managers no longer see it, and nothing of
-// the application's is touched.
+// the application is touched.
 //
 // Threads: every operation under the agent's lock, unless it says otherwise.
 class SNMPSUBAGENT_OBJECTS_EXPORT ManagedObject
