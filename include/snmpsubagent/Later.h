@@ -52,8 +52,8 @@ class SNMPSUBAGENT_OBJECTS_EXPORT LaterAnswer {
 // One that nobody answers, since all copies are gone or the time that the
 // master agent waits is nearly over, is answered with genErr.
 //
-// Threads: any, also within the function itself. Not in a place that holds a
-// lock for which an application function waits.
+// Threads: any, also within the function itself. An answer takes the agent's
+// lock, so hold no mutex meanwhile for which an application function waits.
 template <typename T>
 class Later {
  public:

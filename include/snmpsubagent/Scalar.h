@@ -26,33 +26,30 @@ namespace snmpsubagent {
 //
 // Where the value comes from:
 //
-//   the third argument is            the value is
-//   a variable (an lvalue)           that variable, read and written under the
-//                                    agent's lock; it outlives the object
-//   a std::atomic                    that variable
-//   anything else: 60, std::move(x)  a copy that the object holds, see Get()
-//   and Set()
-//   a function                       asked for each request; one that returns a
-//                                    std::optional may say that there is no
-//                                    instance now
-//   a function of a Later<T>         answered when it can be
-//   Cached(function, time)           asked when the last result is that old
-//   GetSet(getter, setter)           read and written by two functions
-//   As<Counter64>(variable)          an integer variable, shown as a
-//                                    counter
+//   the third argument is       the value is
+//   a variable (an lvalue)      that variable, read and written under the
+//                               agent's lock; it outlives the object
+//   a std::atomic               that variable
+//   a function                  asked for each request; one that returns a
+//                               std::optional may say that there is no instance
+//                               now
+//   a function of a Later<T>    answered when it can be
+//   Cached(function, time)      asked when the last result is that old
+//   GetSet(getter, setter)      read and written by two functions
+//   As<Counter64>(variable)     an integer variable, shown as a counter
+//   anything else: 60           a copy that the object holds; see Get(), Set()
 //
-// The type of the value is that of the object, see Types.h; a class of the
-// application's needs a Syntax.
+// The type of the value is that of the object, see Types.h; an
+// application-defined class needs a Syntax.
 //
 // A SET is tested, stored and, if anything refuses, undone:
 //
-//   in      is called   may refuse with
-//   TestSet Check       any SetError; nothing has been changed yet
-//   Commit  Apply       anything that is not None or true: commitFailed, and
-//   all
-//                       of the SET is undone, with Apply(new, old) for each
-//                       object that had applied, the last one first
-//   Cleanup Changed     nothing: it is final
+//   in          is called   may refuse with
+//   TestSet     Check       any SetError; nothing has been changed yet
+//   CommitSet   Apply       anything but None or true: commitFailed, and all
+//                           of the SET is undone, with Apply(new, old) for each
+//                           object that had applied, the last one first
+//   CleanupSet  Changed     nothing: it is final
 //
 // What a function throws is logged and refuses as GenErr.
 //
