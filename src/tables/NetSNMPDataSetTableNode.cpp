@@ -90,6 +90,7 @@ bool NetSNMPDataSetTableNode::RegisterNode() {
   if (!watch.Alive()) return false;
   registered_ = NetSNMP::snmp_succeeded(result) != 0;
   if (registered_) {
+    data_set::SetOneByOne(registration);
     in_use::TrackSetsOf(registration);
   } else {
     registration_ = nullptr;

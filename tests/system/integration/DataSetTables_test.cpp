@@ -88,6 +88,27 @@ TEST_F(ADataSetTable, TakesASetOfACell) {
               HasSubstr("wrongType"));
 }
 
+TEST_F(ADataSetTable, TakesASetOfSeveralRows) {
+  AddRow(1, 5);
+  AddRow(2, 5);
+  const CommandResult result =
+      session_.Set({Severity(2), "i", "7", Severity(1), "i", "6"});
+  EXPECT_TRUE(result.Succeeded()) << result;
+  EXPECT_THAT(Walked(), ElementsAre(Severity(1) + " = INTEGER: 6",
+                                    Severity(2) + " = INTEGER: 7"));
+}
+
+TEST_F(ADataSetTable, RefusesASetOfACellAndOfItself) {
+  AddRow(1, 5);
+  EXPECT_THAT(
+      session_.Set({TableOid(1), "i", "6", Severity(1), "i", "6"}).error,
+      HasSubstr("notWritable"));
+  EXPECT_THAT(
+      session_.Set({Severity(1), "i", "6", TableOid(1), "i", "6"}).error,
+      HasSubstr("notWritable"));
+  EXPECT_THAT(Walked(), ElementsAre(Severity(1) + " = INTEGER: 5"));
+}
+
 TEST_F(ADataSetTable, RefusesASetOfACellThatIsNotWritable) {
   EXPECT_TRUE(table_->AddRow(Values(Unsigned(1), Text("door open"), Int(5))));
   EXPECT_THAT(session_.Set({Severity(1), "i", "6"}).error,

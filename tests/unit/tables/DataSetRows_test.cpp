@@ -253,4 +253,31 @@ TEST_F(DataSetRows, GoWithTheirTableWhenTheSetThatWorksOnThemHasEnded) {
   }
 }
 
+// The agent library frees what a row was at its first cell, and would read it
+// at the next one.
+TEST_F(DataSetRows, AreCommittedAndUndoneAtTheirFirstCellOnly) {
+  BuildEventTable()->AddRow(Event(5, "a", 7));
+  auto* const registration = LocalAgent::RegistrationAt(kEventTableOid);
+  for (const int last : {MODE_SET_COMMIT, MODE_SET_UNDO}) {
+    netsnmp_agent_session pdu{};
+    CellRequest first(TestOid({3, 1, 2, 5}), &pdu);
+    CellRequest otherRow(TestOid({3, 1, 2, 6}), &pdu);
+    CellRequest second(TestOid({3, 1, 2, 5}), &pdu);
+    first.SetInteger(8);
+    otherRow.SetBytes(ASN_OCTET_STR, "b");
+    second.SetInteger(9);
+    first.Append(otherRow);
+    otherRow.Append(second);
+    for (const int phase :
+         {MODE_SET_RESERVE1, MODE_SET_RESERVE2, MODE_SET_ACTION}) {
+      first.Serve(registration, phase);
+      EXPECT_FALSE(second.Processed());
+    }
+    first.Serve(registration, last);
+    EXPECT_FALSE(first.Processed());
+    EXPECT_FALSE(otherRow.Processed());
+    EXPECT_TRUE(second.Processed());
+  }
+}
+
 }  // namespace
