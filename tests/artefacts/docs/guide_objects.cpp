@@ -28,3 +28,10 @@ bool WriteMode(int mode);
 bool WriteLimit(int limit);
 void ReadSensor(std::function<void(int)> done);
 void MoveValve(int percent, std::function<void(bool)> done);
+int ProcessesOf(const std::string& user);
+
+struct User {
+  std::string shell = "/bin/sh";
+  std::uint32_t quota = 1000;
+  snmp::Counter64 logins;
+};

@@ -125,4 +125,43 @@ TEST(TheObjectsLaterExample, AnswersWhenItCan) {
   EXPECT_EQ(example.End(), 0);
 }
 
+TEST(TheObjectsTableExample, ShowsAndSwitchesWhatTheServiceHas) {
+  ExampleProcess example("objects_table");
+  const std::string entry = kExamples + ".24.1.1";
+  const std::string feed = ".4.102.101.101.100";
+  EXPECT_TRUE(example.Shows(entry + ".2" + feed, "INTEGER: 120"));
+  EXPECT_TRUE(
+      example.Manager().Set({entry + ".3" + feed, "i", "1"}).Succeeded());
+  EXPECT_TRUE(example.Says("feed is off"));
+  EXPECT_FALSE(
+      example.Manager().Set({entry + ".3" + feed, "i", "3"}).Succeeded());
+  EXPECT_EQ(example.End(), 0);
+}
+
+TEST(TheObjectsLoadedTableExample, ListsTheFilesOfAFolder) {
+  ExampleProcess example("objects_loaded_table");
+  const std::string passwd = ".6.112.97.115.115.119.100";
+  EXPECT_TRUE(example.Shows(kExamples + ".25.1.1.2" + passwd, "Counter64: "));
+  EXPECT_EQ(example.End(), 0);
+}
+
+TEST(TheObjectsRowStatusExample, LetsManagersMakeAndDestroyUsers) {
+  ExampleProcess example("objects_rowstatus");
+  const std::string entry = kExamples + ".26.1.1";
+  const std::string bob = ".3.98.111.98";
+  EXPECT_TRUE(example.Shows(entry + ".4.4.114.111.111.116", "INTEGER: 1"));
+  EXPECT_FALSE(
+      example.Manager().Set({entry + ".4" + bob, "i", "4"}).Succeeded());
+  EXPECT_TRUE(example.Manager()
+                  .Set({entry + ".4" + bob, "i", "4", entry + ".2" + bob, "s",
+                        "/bin/sh"})
+                  .Succeeded());
+  EXPECT_TRUE(example.Says("bob may log in"));
+  EXPECT_TRUE(example.Shows(entry + ".3" + bob, "Gauge32: 1000"));
+  EXPECT_TRUE(
+      example.Manager().Set({entry + ".4" + bob, "i", "6"}).Succeeded());
+  EXPECT_TRUE(example.Says("bob is locked out"));
+  EXPECT_EQ(example.End(), 0);
+}
+
 }  // namespace
