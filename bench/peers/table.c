@@ -23,10 +23,9 @@ static enum bench_type requested_type(netsnmp_request_info* request) {
   return (enum bench_type)(info->colnum - BENCH_FIRST_COLUMN);
 }
 
-int answer_cells(netsnmp_agent_request_info* info,
-                 netsnmp_request_info* requests,
-                 const struct bench_values* (*values_of_row)(
-                     netsnmp_request_info*)) {
+int answer_cells(
+    netsnmp_agent_request_info* info, netsnmp_request_info* requests,
+    const struct bench_values* (*values_of_row)(netsnmp_request_info*)) {
   for (; requests != NULL; requests = requests->next) {
     const struct bench_values* values;
     if (requests->processed) continue;

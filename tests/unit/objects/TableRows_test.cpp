@@ -357,7 +357,11 @@ TEST(AMillionRows, AreWalkedCompleteAndInOrder) {
   Module device;
   snmp::Table<int, Cell> table(device.module, "5");
   table.Column(1, &Cell::value);
+#if defined(__SANITIZE_ADDRESS__) || defined(__SANITIZE_THREAD__)
+  constexpr int kRows = 100000;  // a sanitizer takes minutes for more
+#else
   constexpr int kRows = 1000000;
+#endif
   for (int row = 1; row <= kRows; ++row) table.Insert(row, {row, {}});
   device.Connect();
   int row = 0;
@@ -371,8 +375,8 @@ TEST(AMillionRows, AreWalkedCompleteAndInOrder) {
     }
     range.start = response.varbinds.back().name;
   }
-  EXPECT_EQ(device.GetNext({After("5.1.1.1000000", "6")}),
-            "5.1.1.1000000 endOfMibView");
+  const std::string last = "5.1.1." + std::to_string(kRows);
+  EXPECT_EQ(device.GetNext({After(last, "6")}), last + " endOfMibView");
 }
 
 }  // namespace
