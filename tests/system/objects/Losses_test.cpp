@@ -81,6 +81,9 @@ TEST(AnAgent, IsServedBesideMoreThan1024OpenDescriptors) {
   EXPECT_EQ(served.Shown("1"), "INTEGER: 7");
 }
 
+// The address sanitizer's build looks at virtual tables through a pipe, and takes
+// objects for broken when it can open none.
+#ifndef __SANITIZE_ADDRESS__
 TEST(AnAgent, ConnectsOnceThereIsADescriptorForItAgain) {
   const testkit::MasterAgent master;
   Lines log;
@@ -107,5 +110,6 @@ TEST(AnAgent, ConnectsOnceThereIsADescriptorForItAgain) {
       },
       Deadlines::Session()));
 }
+#endif
 
 }  // namespace
