@@ -81,8 +81,8 @@ TEST(AnAgent, IsServedBesideMoreThan1024OpenDescriptors) {
   EXPECT_EQ(served.Shown("1"), "INTEGER: 7");
 }
 
-// The address sanitizer's build looks at virtual tables through a pipe, and takes
-// objects for broken when it can open none.
+// The address sanitizer's build looks at virtual tables through a pipe, and
+// takes objects for broken when it can open none.
 #ifndef __SANITIZE_ADDRESS__
 TEST(AnAgent, ConnectsOnceThereIsADescriptorForItAgain) {
   const testkit::MasterAgent master;
