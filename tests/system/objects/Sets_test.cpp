@@ -5,12 +5,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <atomic>
 #include <chrono>
 #include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "Served.h"
@@ -38,7 +40,7 @@ class Noted {
     scalar_.Apply([this, last, &steps](int before, int after) {
       steps.Add(last + " " + std::to_string(before) + " to " +
                 std::to_string(after));
-      return accepts_;
+      return accepts_.load();
     });
     scalar_.Changed([last, &steps](int) { steps.Add(last + " is final"); });
   }
@@ -49,7 +51,7 @@ class Noted {
   const std::string& Name() const { return name_; }
 
  private:
-  bool accepts_ = true;
+  std::atomic<bool> accepts_{true};
   snmp::Module module_;
   snmp::Scalar<int> scalar_;
   std::string name_;
@@ -211,13 +213,21 @@ class Slow {
 
   // Once it has taken so long.
   void AnswerAfter(std::chrono::milliseconds time) {
-    const std::lock_guard lock(mutex_);
-    std::this_thread::sleep_until(begun_ + time);
-    reply_->Answer(SetError::None);
-    reply_.reset();
+    const auto [begun, reply] = TakeReply();
+    std::this_thread::sleep_until(begun + time);
+    reply.Answer(SetError::None);
   }
 
  private:
+  // Not answered under the mutex, for which the agent waits under its own lock.
+  std::pair<std::chrono::steady_clock::time_point, snmp::Later<SetError>>
+  TakeReply() {
+    const std::lock_guard lock(mutex_);
+    auto reply = *std::move(reply_);
+    reply_.reset();
+    return {begun_, std::move(reply)};
+  }
+
   std::mutex mutex_;
   std::chrono::steady_clock::time_point begun_;
   std::optional<snmp::Later<SetError>> reply_;
