@@ -73,8 +73,6 @@ Connection::Connection(agentx::Session& session, const MasterAddress& master,
   WatchForInput(events_, timer_, kTimer);
 }
 
-Connection::~Connection() { ++*attempt_; }
-
 void Connection::Wake() {
   const std::uint64_t one = 1;
   // Fails only if it is readable already.

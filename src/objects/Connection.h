@@ -34,7 +34,6 @@ class Connection {
   // Throws std::system_error without descriptors to spare.
   Connection(agentx::Session& session, const MasterAddress& master,
              std::chrono::milliseconds patience, LookUp lookUp);
-  ~Connection();
   Connection(const Connection&) = delete;
   Connection& operator=(const Connection&) = delete;
 
@@ -62,7 +61,9 @@ class Connection {
   // Ends the session, and connects again as after any loss.
   void Abort(const char* reason) { Lose(reason); }
 
-  // Sends what the socket takes of what is left, and is of no use any more.
+  // Sends what the socket takes of what is left, and is of no use any more: a
+  // look-up that is still under way no longer counts. To be called before it is
+  // destroyed, which needs no lock then.
   void Close();
 
  private:
