@@ -24,21 +24,37 @@ void Write(const std::string& file, const std::string& text) {
   std::ofstream(file) << text;
 }
 
-// From here on this process and its children are root in a system of their own,
-// whose /var is empty. Requires: one thread.
-void EnterSystemWithEmptyVar() {
+void Require(bool succeeded, const char* what) {
+  if (!succeeded) {
+    throw std::system_error(errno, std::generic_category(), what);
+  }
+}
+
+// Makes this process root among users of its own. Whoever is root already needs
+// that not, and may not do it below a changed root directory.
+void BecomeRoot() {
   const std::string user = std::to_string(geteuid());
   const std::string group = std::to_string(getegid());
-  if (unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0) {
-    throw std::system_error(errno, std::generic_category(), "unshare");
-  }
+  if (user == "0") return;
+  Require(unshare(CLONE_NEWUSER) == 0, "unshare");
   Write("/proc/self/setgroups", "deny");
   Write("/proc/self/uid_map", "0 " + user + " 1");
   Write("/proc/self/gid_map", "0 " + group + " 1");
-  if (mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) != 0 ||
-      mount("tmpfs", "/var", "tmpfs", 0, nullptr) != 0) {
-    throw std::system_error(errno, std::generic_category(), "mount");
-  }
+}
+
+// From here on this process and its children are root in a system of their own,
+// whose /var is empty. Requires: one thread.
+void EnterSystemWithEmptyVar() {
+  BecomeRoot();
+  Require(unshare(CLONE_NEWNS) == 0, "unshare");
+  // Nobody else sees what is mounted: below a changed root directory, which is
+  // no mount of its own, /var has to be made one first.
+  Require(mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 ||
+              errno == EINVAL,
+          "mount");
+  Require(mount("/var", "/var", nullptr, MS_BIND, nullptr) == 0, "mount");
+  Require(mount("none", "/var", nullptr, MS_PRIVATE, nullptr) == 0, "mount");
+  Require(mount("tmpfs", "/var", "tmpfs", 0, nullptr) == 0, "mount");
 }
 
 mode_t ModeOf(const char* path) {
