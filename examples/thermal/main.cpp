@@ -7,7 +7,7 @@
 // names the master agent: an snmpd with "master agentx" and, for example,
 // "agentXSocket tcp:127.0.0.1:1705" in its configuration. Then
 //
-//   snmpget -v2c -c public -M examples/thermal/mibs -m THERMAL-EXAMPLE-MIB
+//   snmpget -v2c -c public -M examples/mibs -m THERMAL-EXAMPLE-MIB
 //     127.0.0.1 thermalTargetTemperature.0
 //
 // answers
