@@ -2,7 +2,6 @@
 #include <cerrno>
 #include <cstring>
 
-#include "LogXMessage.h"
 #include "NetSNMP.h"
 #include "NetSNMPAgentGuard.h"
 #include "SNMPSubAgent.h"
@@ -10,6 +9,7 @@
 #include "adapter/ExceptionBarrier.h"
 #include "adapter/SigpipeBlock.h"
 #include "runtime/InterruptionPoints.h"
+#include "runtime/Log.h"
 #include "runtime/ReconnectWorkarounds.h"
 #include "runtime/WaitSet.h"
 
@@ -18,9 +18,6 @@ namespace {
 // The longest wait of a pass, and so the longest time that a Stop() of an idle
 // subagent takes without a descriptor to wake it by.
 constexpr timeval kLongestWait = {5, 0};
-
-// The level of the runtime's own log lines.
-constexpr unsigned int kLogLevel = 3;
 
 // Reads what was found readable. If another thread has used the agent library
 // since it was asked for its descriptors, that thread may have read already or
@@ -78,8 +75,7 @@ void SNMPSubAgent::process() {
   } else if (result == 0) {
     snmp_timeout();
   } else if (IsFailure(result, error, waitSet)) {
-    LogXMessage(kLogLevel,
-                "SNMPSubAgent::process(): " + FailureText(result, error));
+    LogLine("SNMPSubAgent::process(): " + FailureText(result, error));
     // Without a subagent thread the application has called process(), and may
     // continue.
     if (thread_) thread_->interrupt();

@@ -6,10 +6,12 @@
 #include <sys/time.h>
 
 #include <cerrno>
+#include <cstdio>
 
 #include "NetSNMP.h"
 #include "runtime/AgentSession.h"
 #include "runtime/ConnectTimeout.h"
+#include "runtime/Log.h"
 
 namespace {
 
@@ -72,6 +74,18 @@ int SendUnlessGivenUp(netsnmp_transport* transport, const void* bytes, int size,
   return -1;
 }
 
+// A newer Net-SNMP may give its AgentX sessions another number.
+void LogUnlessApplied(const netsnmp_session& session) {
+  if (session.version == kAgentXVersion) return;
+  char version[32];
+  std::snprintf(version, sizeof(version), "0x%lX, not 0x%lX",
+                static_cast<unsigned long>(session.version),
+                static_cast<unsigned long>(kAgentXVersion));
+  LogLine(std::string("SNMPSubAgent: the reply timeout does not shorten that "
+                      "of Net-SNMP, whose AgentX sessions have version ") +
+          version);
+}
+
 timeval ToTimeval(std::chrono::microseconds time) {
   const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(time);
   return {static_cast<time_t>(seconds.count()),
@@ -97,6 +111,7 @@ void reply_timeout::Enforce(netsnmp_session* session) {
   netsnmp_transport* const transport =
       snmp_sess_transport(snmp_sess_pointer(session));
   if (transport == nullptr || transport->f_send == SendUnlessGivenUp) return;
+  LogUnlessApplied(*session);
   // A master agent that does not read lets the buffers fill.
   const timeval timeout = ToTimeval(limit.timeout);
   setsockopt(transport->sock, SOL_SOCKET, SO_SNDTIMEO, &timeout,

@@ -24,7 +24,8 @@ void Set(std::chrono::microseconds timeout, int retries);
 // AgentX session and they were chosen.
 void ApplyTo(snmp_session* session);
 
-// Watches the transport of a session that has come up. Does nothing if no
+// Watches the transport of a session that has come up, and logs a line if that
+// is a session of a kind that ApplyTo() did not know. Does nothing if no
 // timeout was set.
 void Enforce(snmp_session* session);
 

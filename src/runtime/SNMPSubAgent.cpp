@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "LogXMessage.h"
 #include "NetSNMP.h"
 #include "NetSNMPAgentGuard.h"
 #include "NetSNMPNode.h"
@@ -18,6 +17,7 @@
 #include "nodes/LiveSubAgents.h"
 #include "runtime/AgentEvents.h"
 #include "runtime/InterruptionPoints.h"
+#include "runtime/Log.h"
 #include "runtime/ReconnectWorkarounds.h"
 #include "runtime/ReplyTimeout.h"
 
@@ -36,9 +36,6 @@ constexpr int kAgentXPort = 705;
 constexpr std::chrono::minutes kLongestReplyTimeout(30);
 
 constexpr std::chrono::hours kLongestPingInterval(24);
-
-// The level of the runtime's own log lines.
-constexpr unsigned int kLogLevel = 3;
 
 // Set once the agent library is set up, and never reset. Guarded by the lock of
 // NetSNMPAgentGuard, because each subagent has a mutex of its own.
@@ -173,7 +170,7 @@ void SNMPSubAgent::initialize() {
   if (agentInitialized) return;
   const std::string reason = WhatMakesNetSnmpUnusable();
   if (!reason.empty()) {
-    LogXMessage(kLogLevel, "SNMPSubAgent::initialize(): " + reason);
+    LogLine("SNMPSubAgent::initialize(): " + reason);
     if (thread_) thread_->interrupt();
     return;
   }
