@@ -9,7 +9,7 @@
 
 // A subagent that is connected when a test says so, and that all nodes ask as
 // long as it lives.
-class FakeSubAgent : public ISNMPSubAgent {
+class FakeSubAgent final : public ISNMPSubAgent {
  public:
   explicit FakeSubAgent(bool connected) : connected_(connected) {
     NetSNMPNode::snmpSubAgent_ = this;
