@@ -2,7 +2,8 @@
 #
 # Finds the two Net-SNMP libraries that a subagent needs and defines the target
 # NetSnmpAgent::NetSnmpAgent. Net-SNMP's own netsnmp-agent.pc would add a third
-# library, with its dependencies, that only a master agent needs.
+# library, with its dependencies, that only a master agent needs. A manager needs
+# but one of the two, the target NetSnmpAgent::NetSnmp.
 #
 # Sets these beside the usual NetSnmpAgent_FOUND and NetSnmpAgent_VERSION:
 #   NetSnmpAgent_RELEASE  the version as Net-SNMP writes it: "5.9.3", "5.10.pre2"
@@ -93,5 +94,9 @@ if(NetSnmpAgent_FOUND AND NOT TARGET NetSnmpAgent::NetSnmpAgent)
   set_target_properties(NetSnmpAgent::NetSnmpAgent PROPERTIES
     IMPORTED_LOCATION "${NetSnmpAgent_AGENT_LIBRARY}"
     INTERFACE_LINK_LIBRARIES "${NetSnmpAgent_CORE_LIBRARY}"
+    INTERFACE_INCLUDE_DIRECTORIES "${NetSnmpAgent_INCLUDE_DIR}")
+  add_library(NetSnmpAgent::NetSnmp UNKNOWN IMPORTED)
+  set_target_properties(NetSnmpAgent::NetSnmp PROPERTIES
+    IMPORTED_LOCATION "${NetSnmpAgent_CORE_LIBRARY}"
     INTERFACE_INCLUDE_DIRECTORIES "${NetSnmpAgent_INCLUDE_DIR}")
 endif()

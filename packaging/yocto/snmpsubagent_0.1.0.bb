@@ -30,7 +30,8 @@ FILES:${PN}-objects = "${libdir}/libsnmpsubagent-objects.so.*"
 SUMMARY:${PN}-platform = "Host platform library of ${PN}"
 FILES:${PN}-platform = "${libdir}/libsnmpsubagent-platform.so.*"
 FILES:${PN} = "${libdir}/libsnmpsubagent.so.*"
-FILES:${PN}-dev += "${libdir}/cmake ${datadir}/snmp/mib2c-data"
+FILES:${PN}-dev += "${bindir}/snmpsubagent-check ${libdir}/cmake \
+    ${datadir}/snmp/mib2c-data"
 
 # The master agent. The library runs without one, which may be elsewhere.
 RRECOMMENDS:${PN} = "net-snmp-server-snmpd"
