@@ -14,9 +14,12 @@ LICENSE = "CLOSED"
 SRC_URI = "file://${BPN}_${PV}.tar.xz"
 S = "${WORKDIR}/source"
 
-DEPENDS = "boost net-snmp"
-
 inherit cmake pkgconfig
+
+# Without it there are the objects alone.
+PACKAGECONFIG ??= "node-classes"
+PACKAGECONFIG[node-classes] = "\
+    -DSNMPSUBAGENT_NODE_CLASSES=ON, -DSNMPSUBAGENT_NODE_CLASSES=OFF, boost net-snmp"
 
 # A device links its own platform library instead of the host's:
 #   EXTRA_OECMAKE += "-DSNMPSUBAGENT_PLATFORM_LIBRARY=${STAGING_LIBDIR}/libdevice.so"
@@ -30,6 +33,8 @@ FILES:${PN}-objects = "${libdir}/libsnmpsubagent-objects.so.*"
 SUMMARY:${PN}-platform = "Host platform library of ${PN}"
 FILES:${PN}-platform = "${libdir}/libsnmpsubagent-platform.so.*"
 FILES:${PN} = "${libdir}/libsnmpsubagent.so.*"
+# Nothing but the node classes' library, on which ${PN}-dev depends in any case.
+ALLOW_EMPTY:${PN} = "1"
 FILES:${PN}-dev += "${bindir}/snmpsubagent-check ${libdir}/cmake \
     ${datadir}/snmp/mib2c-data"
 
