@@ -10,6 +10,7 @@
 #include "check/MibModule.h"
 #include "check/ReadCheck.h"
 #include "check/Served.h"
+#include "check/SetCheck.h"
 #include "check/Walk.h"
 
 namespace snmpsubagent::check {
@@ -138,6 +139,7 @@ Report CheckMib(const Peer& peer, const std::string& moduleName,
   CheckEnds(manager, served, report);
   CheckInstances(served, report);
   Counting(served, options, report).All();
+  if (options.set) CheckSets(manager, served, report);
   AddNotes(module, report);
   Condense(report.findings);
   return report;
