@@ -20,6 +20,9 @@ class SNMPSUBAGENT_EXPORT IRunnable {
   virtual int Stop() = 0;
 
   virtual bool IsRunning() const = 0;
+
+ protected:
+  ~IRunnable() = default;
 };
 
 }  // namespace vela

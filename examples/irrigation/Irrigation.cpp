@@ -33,6 +33,7 @@ Irrigation::Irrigation(snmp::Agent& agent)
       .Column(kCloses, &Plan::closes, snmp::ReadCreate().Range(1, 24))
       .Column(kRuns, &Plan::runs)
       .RowStatus(kStatus)
+      .Index(snmp::NotAccessible().Size(1, 16))
       .Limit(20);
 
   // Refused before anything has changed: inconsistentValue.

@@ -123,7 +123,7 @@ class ReadCreate : public Access<ReadCreate> {
   bool isRequired_ = false;
 };
 
-// An index column that managers know from the instance alone.
+// An index that managers know from the instance alone; see Table::Index().
 class NotAccessible : public Access<NotAccessible> {};
 
 }  // namespace snmpsubagent

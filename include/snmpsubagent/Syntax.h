@@ -70,6 +70,10 @@ constexpr bool IsInteger32 = std::is_integral_v<T> && sizeof(T) <= 4 &&
                              !std::is_same_v<T, char16_t> &&
                              !std::is_same_v<T, char32_t>;
 
+inline std::string_view AsText(const std::uint8_t* octets, std::size_t size) {
+  return {reinterpret_cast<const char*>(octets), size};
+}
+
 // Fails unless the number fits a T.
 template <typename T>
 SetError ReadNumber(std::int64_t number, T& value) {
@@ -206,8 +210,7 @@ template <>
 struct Syntax<Bytes> {
   static constexpr ValueType kType = ValueType::OctetString;
   static void Write(ValueWriter& writer, const Bytes& value) {
-    writer.Octets(kType,
-                  {reinterpret_cast<const char*>(value.data()), value.size()});
+    writer.Octets(kType, detail::AsText(value.data(), value.size()));
   }
   static SetError Read(const ValueView& view, Bytes& value) {
     value.assign(view.octets.begin(), view.octets.end());
@@ -220,7 +223,7 @@ struct Syntax<std::array<std::uint8_t, N>> {
   static constexpr ValueType kType = ValueType::OctetString;
   static void Write(ValueWriter& writer,
                     const std::array<std::uint8_t, N>& value) {
-    writer.Octets(kType, {reinterpret_cast<const char*>(value.data()), N});
+    writer.Octets(kType, detail::AsText(value.data(), N));
   }
   static SetError Read(const ValueView& view,
                        std::array<std::uint8_t, N>& value) {
@@ -273,8 +276,7 @@ template <>
 struct Syntax<IpAddress> {
   static constexpr ValueType kType = ValueType::IpAddress;
   static void Write(ValueWriter& writer, const IpAddress& value) {
-    writer.Octets(kType,
-                  {reinterpret_cast<const char*>(value.octets.data()), 4});
+    writer.Octets(kType, detail::AsText(value.octets.data(), 4));
   }
   static SetError Read(const ValueView& view, IpAddress& value) {
     if (view.octets.size() != 4) return SetError::WrongLength;

@@ -114,7 +114,8 @@ class Table {
     static_assert(!writable || detail::CanRead<T>,
                   "SMIv2 has no writable Counter32, Counter64 or TimeStamp");
     static_assert(!std::is_same_v<A, NotAccessible>,
-                  "a column that managers do not see is not needed");
+                  "a column that managers do not see is not needed; for an "
+                  "index see Index()");
     auto column = std::make_unique<detail::MemberColumn<Row, M>>(member);
     column->writable = writable;
     column->constraints = access.Rules();
@@ -143,16 +144,27 @@ class Table {
   }
 
   // The `Part`th index, from 0, as a column that managers read. Without it they
-  // know it from the instance alone (not-accessible).
+  // know it from the instance alone. `access` says what it is in the rows that
+  // they make.
   template <std::size_t Part = 0>
-  Table& Index(SubIdentifier number) {
+  Table& Index(SubIdentifier number, const ReadOnly& access = {}) {
+    Restrict<Part>(access.Rules());
     return Add(number, std::make_unique<detail::IndexColumn<Part, Key>>());
   }
   // The same for an InetAddress, which has a column for its type.
   template <std::size_t Part = 0>
-  Table& Index(SubIdentifier typeNumber, SubIdentifier addressNumber) {
+  Table& Index(SubIdentifier typeNumber, SubIdentifier addressNumber,
+               const ReadOnly& access = {}) {
     Add(typeNumber, std::make_unique<detail::AddressTypeColumn<Part, Key>>());
-    return Index<Part>(addressNumber);
+    return Index<Part>(addressNumber, access);
+  }
+  // What the `Part`th index is in the rows that managers make: any other is
+  // noCreation. Keys of the application's are not checked.
+  //
+  //   users.Index(snmp::NotAccessible().Size(1, 16));
+  template <std::size_t Part = 0>
+  Table& Index(const NotAccessible& access) {
+    return Restrict<Part>(access.Rules());
   }
 
   // The column by which managers make, activate and destroy rows (RFC 2579).
@@ -353,6 +365,18 @@ class Table {
     }
   }
 
+  template <std::size_t Part>
+  Table& Restrict(std::shared_ptr<const detail::Constraints> rules) {
+    using T = detail::PartType<Part, Key>;
+    if (!rules) return *this;
+    const AgentLock lock = Lock();
+    rules->RequireFor(Syntax<T>::kType, state_->Name());
+    rows_->RestrictKeys([rules = std::move(rules)](const Key& key) {
+      const T& part = detail::Bare(detail::PartOf<Part>(key));
+      return rules->Check(detail::ViewOfPart(part)) == SetError::None;
+    });
+    return *this;
+  }
   Table& Add(SubIdentifier number, std::unique_ptr<detail::Column> column) {
     const AgentLock lock = Lock();
     state_->AddColumn(number, std::move(column));

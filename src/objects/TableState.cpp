@@ -185,7 +185,7 @@ SetError TableState::Stage(OidView instance, const ValueView& value,
   const SetError error = CheckValue(column, value);
   if (error != SetError::None) return error;
   const OidView index = instance.After(2);
-  if (!rows_->IsKey(index)) return SetError::NoCreation;
+  if (!rows_->MayBeRow(index)) return SetError::NoCreation;
   return StageCell(column, index, value, transaction);
 }
 

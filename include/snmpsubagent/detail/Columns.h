@@ -2,14 +2,20 @@
 #ifndef SNMPSUBAGENT_SNMPSUBAGENT_DETAIL_COLUMNS_H_
 #define SNMPSUBAGENT_SNMPSUBAGENT_DETAIL_COLUMNS_H_
 
+#include <array>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <tuple>
 #include <type_traits>
 #include <utility>
 
+#include "snmpsubagent/Index.h"
 #include "snmpsubagent/Syntax.h"
+#include "snmpsubagent/Types.h"
+#include "snmpsubagent/ValueView.h"
 #include "snmpsubagent/ValueWriter.h"
 #include "snmpsubagent/detail/NewValue.h"
 #include "snmpsubagent/detail/Source.h"
@@ -125,6 +131,47 @@ const T& Bare(const Implied<T>& part) {
 template <std::size_t N, typename Key>
 using PartType =
     std::decay_t<decltype(Bare(PartOf<N>(std::declval<const Key&>())))>;
+
+// What constraints are about, of a part of a key.
+template <typename T>
+std::enable_if_t<IsNumberIndex<T>, std::int64_t> NumberOfPart(T part) {
+  return static_cast<std::int64_t>(part);
+}
+template <typename T>
+std::enable_if_t<!IsNumberIndex<T>, std::int64_t> NumberOfPart(const T&) {
+  return 0;
+}
+inline std::int64_t NumberOfPart(TimeTicks part) { return part.value; }
+inline std::int64_t NumberOfPart(Counter32 part) { return part.value; }
+
+template <typename T>
+std::string_view OctetsOfPart(const T&) {
+  return {};
+}
+inline std::string_view OctetsOfPart(const std::string& part) { return part; }
+inline std::string_view OctetsOfPart(const InetAddress& part) {
+  return part.octets;
+}
+template <typename Enum>
+std::string_view OctetsOfPart(const Bits<Enum>& part) {
+  return part.Octets();
+}
+inline std::string_view OctetsOfPart(const Bytes& part) {
+  return AsText(part.data(), part.size());
+}
+template <std::size_t N>
+std::string_view OctetsOfPart(const std::array<std::uint8_t, N>& part) {
+  return AsText(part.data(), part.size());
+}
+
+template <typename T>
+ValueView ViewOfPart(const T& part) {
+  ValueView view;
+  view.type = Syntax<T>::kType;
+  view.number = static_cast<std::uint64_t>(NumberOfPart(part));
+  view.octets = OctetsOfPart(part);
+  return view;
+}
 
 // An index that is readable as a column.
 template <std::size_t N, typename Key>

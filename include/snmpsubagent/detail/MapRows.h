@@ -2,6 +2,7 @@
 #ifndef SNMPSUBAGENT_SNMPSUBAGENT_DETAIL_MAPROWS_H_
 #define SNMPSUBAGENT_SNMPSUBAGENT_DETAIL_MAPROWS_H_
 
+#include <algorithm>
 #include <chrono>
 #include <functional>
 #include <limits>
@@ -262,8 +263,17 @@ class MapRows final : public RowStore,
   }
 
   std::size_t Size() const override { return rows_.size(); }
-  bool IsKey(OidView index) const override {
-    return ReadKey<Key>(index).has_value();
+  // Keys that a manager may make rows with are those that all rules allow.
+  void RestrictKeys(std::function<bool(const Key&)> rule) {
+    keyRules_.push_back(std::move(rule));
+  }
+  bool MayBeRow(OidView index) override {
+    const auto key = ReadKey<Key>(index);
+    if (!key) return false;
+    RowView row;
+    return std::all_of(keyRules_.begin(), keyRules_.end(),
+                       [&](const auto& rule) { return rule(*key); }) ||
+           Find(index, row);
   }
   bool Find(OidView index, RowView& found) override {
     if (virtual_) return virtual_->Find(index, found);
@@ -362,6 +372,7 @@ class MapRows final : public RowStore,
   Map& rows_;
   std::optional<VirtualRows<Key, Row>> virtual_;
   std::shared_ptr<const Functions_> functions_;
+  std::vector<std::function<bool(const Key&)>> keyRules_;
 
   Loader loader_;
   std::chrono::steady_clock::duration timeToLive_{};

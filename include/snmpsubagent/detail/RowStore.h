@@ -42,8 +42,8 @@ class SNMPSUBAGENT_OBJECTS_EXPORT RowStore {
   // The first row behind `index`, with `include` also that one, and its index.
   virtual bool FindNext(OidView index, bool include, RowView& found,
                         IndexWriter& foundIndex) = 0;
-  // Whether there can be a row under this index.
-  virtual bool IsKey(OidView index) const = 0;
+  // Whether there is a row under this index, or a manager may make one.
+  virtual bool MayBeRow(OidView index) = 0;
   // A copy of the row under that index, or of a new one, to be changed by a
   // SET.
   virtual std::unique_ptr<StagedRow> Stage(std::shared_ptr<TableState> table,
