@@ -112,6 +112,7 @@ StagedRow::~StagedRow() {
 
 void StagedRow::NoteCell(int required) {
   changesCells_ = true;
+  SetChecked(false);
   const auto place = static_cast<std::size_t>(required);
   if (required >= 0 && place < missing_.size()) missing_[place] = false;
 }
@@ -122,6 +123,7 @@ SetError StagedRow::NoteAction(RowStatus action, std::uint16_t varbind) {
   }
   action_ = action;
   actionVarbind_ = varbind;
+  SetChecked(false);
   return SetError::None;
 }
 
@@ -230,12 +232,15 @@ void StagedRow::Put(bool undo) {
 
 Step StagedRow::Resumed(SetError error) {
   if (error == SetError::None) return Step::Done;
-  if (!undoing_ && table_->IsServed() && !overtaken_) Put(true);
+  // What the application has made of the row meanwhile stays.
+  if (!undoing_ && table_->IsServed() && !overtaken_ && IsUntouched(true)) {
+    Put(true);
+  }
   return Step::Refused;
 }
 
 Step StagedRow::Undo(Transaction& transaction) {
-  // What the application has made of the row meanwhile stays.
+  // Here too.
   if (IsNothing() || !table_->IsServed() || overtaken_ || !IsUntouched(true)) {
     return Step::Done;
   }

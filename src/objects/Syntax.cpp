@@ -52,8 +52,13 @@ int DaysIn(int month, int year) {
   return month == 2 && leap ? 29 : kDays[month - 1];
 }
 
+// The years of which a time_point of nanoseconds knows each moment, also in
+// another time zone.
+bool IsYear(int year) { return year >= 1678 && year <= 2261; }
+
 bool IsDate(const std::tm& t) {
-  return t.tm_mon >= 0 && t.tm_mon < 12 && t.tm_mday >= 1 &&
+  return IsYear(t.tm_year + 1900) && t.tm_mon >= 0 && t.tm_mon < 12 &&
+         t.tm_mday >= 1 &&
          t.tm_mday <= DaysIn(t.tm_mon + 1, t.tm_year + 1900) &&
          t.tm_hour < 24 && t.tm_min < 60 && t.tm_sec <= 60;
 }

@@ -69,10 +69,15 @@ void Transaction::Test(const agentx::Request& request,
   {
     const Running running(*this);
     failure = Stage(request, index);
-    if (failure.error == agentx::Error::None) failure = CheckFrom(first);
+    if (failure.error == agentx::Error::None) failure = Check(first);
   }
-  if (failure.error != agentx::Error::None) Drop(first);
-  if (undoWanted_) EndUndo();
+  if (undoWanted_ || failure.error != agentx::Error::None) EndUndo();
+  // The varbinds that a CommitSet names are those of the first request.
+  if (isTested_ && first < varbinds_.size()) {
+    std::fill(varbinds_.begin() + static_cast<std::ptrdiff_t>(first),
+              varbinds_.end(), std::uint16_t{0});
+  }
+  isTested_ = true;
   agent_.Respond(request.header, failure.error, failure.index);
 }
 
@@ -97,22 +102,21 @@ Transaction::Failure Transaction::Stage(const agentx::Request& request,
 }
 
 // The checks of objects, then of modules: all see everything that is staged.
-Transaction::Failure Transaction::CheckFrom(std::size_t first) {
+// Changes from `first` on are of this request, which may also have added to the
+// others: those blame none of its varbinds.
+Transaction::Failure Transaction::Check(std::size_t first) {
   std::vector<std::pair<std::shared_ptr<ModuleState>, std::uint16_t>> modules;
-  for (std::size_t i = first; i < changes_.size(); ++i) {
-    Change& change = *changes_[i];
-    std::uint16_t varbind = varbinds_[i];
-    SetError error = SetError::None;
-    try {
-      if (change.Object().IsServed()) error = change.Check(varbind);
-    } catch (...) {
-      error = ReportException(change.Object());
+  for (std::size_t i = 0; i < changes_.size(); ++i) {
+    if (changes_[i]->IsChecked()) continue;
+    const bool isNew = i >= first;
+    const Failure failure = CheckChange(i);
+    if (failure.error != agentx::Error::None) {
+      return {failure.error, isNew ? failure.index : std::uint16_t{0}};
     }
-    if (error != SetError::None) return {WireError(error), varbind};
-    const auto module = change.Object().Module().shared_from_this();
+    const auto module = changes_[i]->Object().Module().shared_from_this();
     if (std::none_of(modules.begin(), modules.end(),
                      [&](const auto& seen) { return seen.first == module; })) {
-      modules.emplace_back(module, varbinds_[i]);
+      modules.emplace_back(module, isNew ? varbinds_[i] : std::uint16_t{0});
     }
   }
   for (const auto& [module, varbind] : modules) {
@@ -122,9 +126,17 @@ Transaction::Failure Transaction::CheckFrom(std::size_t first) {
   return {};
 }
 
-void Transaction::Drop(std::size_t first) {
-  changes_.resize(first);
-  varbinds_.resize(first);
+Transaction::Failure Transaction::CheckChange(std::size_t which) {
+  Change& change = *changes_[which];
+  std::uint16_t varbind = varbinds_[which];
+  SetError error = SetError::None;
+  try {
+    if (change.Object().IsServed()) error = change.Check(varbind);
+  } catch (...) {
+    error = ReportException(change.Object());
+  }
+  change.SetChecked(error == SetError::None);
+  return {WireError(error), varbind};
 }
 
 void Transaction::Commit(const agentx::Header& request) {

@@ -42,7 +42,7 @@ class Transaction : public std::enable_shared_from_this<Transaction> {
   }
 
   // Stages all varbinds of the request and asks the application's checks; the
-  // response is sent. A varbind that is refused drops those of its request.
+  // response is sent. A varbind that is refused ends the SET.
   void Test(const agentx::Request& request, const ObjectIndex* index);
   void Commit(const agentx::Header& request);
   void Undo(const agentx::Header& request);
@@ -84,8 +84,8 @@ class Transaction : public std::enable_shared_from_this<Transaction> {
   };
 
   Failure Stage(const agentx::Request& request, const ObjectIndex* index);
-  Failure CheckFrom(std::size_t first);
-  void Drop(std::size_t first);
+  Failure Check(std::size_t first);
+  Failure CheckChange(std::size_t which);
 
   void Proceed();
   void Take(Step step);
@@ -104,15 +104,17 @@ class Transaction : public std::enable_shared_from_this<Transaction> {
   const std::uint64_t epoch_;  // of the agent's session
   Phase phase_ = Phase::Tested;
   std::vector<std::unique_ptr<Change>> changes_;
-  std::vector<std::uint16_t> varbinds_;  // which one staged each change
-  std::uint16_t varbind_ = 0;            // that is being staged
+  // Which one staged each change; 0 in another request than the first.
+  std::vector<std::uint16_t> varbinds_;
+  std::uint16_t varbind_ = 0;  // that is being staged
 
   std::size_t next_ =
       0;  // to be committed; undoing, the last one still to undo
   bool running_ = false;  // a change is at work, somewhere up the stack
   bool waiting_ = false;  // for an answer that is to come
   bool undoWanted_ = false;
-  Failure failure_;  // that ended committing
+  bool isTested_ = false;  // a TestSet has been granted
+  Failure failure_;        // that ended committing
   bool undoFailed_ = false;
   // An UndoSet is to come that asks whether undoing has failed.
   bool failureUntold_ = false;

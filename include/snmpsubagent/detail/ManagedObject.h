@@ -105,6 +105,10 @@ class SNMPSUBAGENT_OBJECTS_EXPORT Change {
   // `varbind` is the first that has staged something of it, and may be set to
   // another one that is to blame.
   virtual SetError Check(std::uint16_t& varbind) = 0;
+  // Whether Check() has seen all that is staged.
+  bool IsChecked() const { return isChecked_; }
+  void SetChecked(bool checked) { isChecked_ = checked; }
+
   // Stores the new value and has the application apply it. Refused leaves
   // everything as it was before. After Deferred, Resumed() brings the answer.
   virtual Step Commit(Transaction& transaction) = 0;
@@ -117,6 +121,7 @@ class SNMPSUBAGENT_OBJECTS_EXPORT Change {
 
  private:
   std::shared_ptr<ManagedObject> object_;
+  bool isChecked_ = false;
 };
 
 }  // namespace snmpsubagent::detail

@@ -161,6 +161,9 @@ class ScalarChange final : public Change {
   // Whether the SET may go on although the application has changed the value
   // since it was tested.
   bool StillAllowed();
+  // Whether there is something to undo: what the application has stored since
+  // is its own.
+  bool HoldsNew() const;
   Step StoreAndApply(const T& from, const T& to, Transaction& transaction);
 
   TypedScalar<T>& scalar_;
@@ -223,6 +226,13 @@ bool ScalarChange<T>::StillAllowed() {
 }
 
 template <typename T>
+bool ScalarChange<T>::HoldsNew() const {
+  if (!scalar_.IsServed()) return false;
+  const std::optional<T> now = scalar_.Load();
+  return scalar_.IsServed() && now && IsSame(*now, after_);
+}
+
+template <typename T>
 Step ScalarChange<T>::StoreAndApply(const T& from, const T& to,
                                     Transaction& transaction) {
   try {
@@ -240,25 +250,21 @@ Step ScalarChange<T>::Commit(Transaction& transaction) {
     return Step::Refused;
   }
   const Step step = StoreAndApply(before_, after_, transaction);
-  return step == Step::Refused ? Resumed(SetError::CommitFailed) : step;
+  if (step == Step::Refused && scalar_.IsServed()) scalar_.Store(before_);
+  return step;
 }
 
 template <typename T>
 Step ScalarChange<T>::Resumed(SetError error) {
   if (error == SetError::None) return Step::Done;
-  if (!undoing_ && scalar_.IsServed()) scalar_.Store(before_);
+  if (!undoing_ && HoldsNew()) scalar_.Store(before_);
   return Step::Refused;
 }
 
 template <typename T>
 Step ScalarChange<T>::Undo(Transaction& transaction) {
   undoing_ = true;
-  if (!scalar_.IsServed()) return Step::Done;
-  const std::optional<T> now = scalar_.Load();
-  if (!scalar_.IsServed()) return Step::Done;
-  // What the application has stored since is its own.
-  if (!now || !IsSame(*now, after_)) return Step::Done;
-  return StoreAndApply(after_, before_, transaction);
+  return HoldsNew() ? StoreAndApply(after_, before_, transaction) : Step::Done;
 }
 
 }  // namespace snmpsubagent::detail

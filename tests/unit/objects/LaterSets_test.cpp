@@ -99,6 +99,17 @@ TEST_F(ASlowSet, IsRefusedWhenNobodyKeepsIt) {
   EXPECT_EQ(device.Receive(commit), "commitFailed 2");
 }
 
+TEST_F(ASlowSet, ThatIsRefusedLeavesWhatTheApplicationHasStoredMeanwhile) {
+  Phases set(device);
+  set.Test(kBoth);
+  const auto commit = set.SendCommit();
+  const Reply reply = Take();
+  slow.Set(77);
+  reply.Answer(SetError::ResourceUnavailable);
+  EXPECT_EQ(device.Receive(commit), "commitFailed 2");
+  EXPECT_EQ(device.GetAll({"1.0", "2.0"}), "INTEGER 1, INTEGER 77");
+}
+
 TEST_F(ASlowSet, CountsItsFirstAnswer) {
   Phases set(device);
   set.Test(kBoth);

@@ -406,6 +406,20 @@ TEST_F(ASet, OfADateIsAMoment) {
             "OCTET STRING \"\\7\\177\\12\\31\\23;;\\5+\\0\\0\"");
 }
 
+TEST_F(ASet, OfADateThatATimePointCannotTellIsRefused) {
+  for (const int year : {0, 1677, 2262, 65535}) {
+    EXPECT_EQ(device.Set({{"14.0", Octets(Date(year, 1, 1, 0, 0, 0, 0))}}),
+              "wrongValue 1")
+        << year;
+  }
+  const std::string first = Date(1678, 1, 1, 0, 0, 0, 0, {'+', 0, 0});
+  EXPECT_EQ(device.Set({{"14.0", Octets(first)}}), "noError");
+  const std::string last = Date(2261, 12, 31, 23, 59, 60, 9, {'-', 13, 59});
+  EXPECT_EQ(device.Set({{"14.0", Octets(last)}}), "noError");
+  EXPECT_EQ(device.Get("14.0"),
+            "OCTET STRING \"\\8\\214\\1\\1\\13;\\0\\9+\\0\\0\"");
+}
+
 TEST_F(ASet, OfATestAndIncrTakesItsValueAndCountsOn) {
   EXPECT_EQ(device.Set({{"24.0", Int(7)}}), "noError");
   EXPECT_EQ(device.Get("24.0"), "INTEGER 8");

@@ -187,6 +187,36 @@ TEST(ARowThatASetChanges, IsInUseForOthers) {
   EXPECT_EQ(device.Speeds(), "INTEGER 1, INTEGER 5, INTEGER 10, INTEGER 10");
 }
 
+TEST(ARowThatSeveralRequestsOfASetChange, IsCheckedWithAllOfThem) {
+  Switch device;
+  device.ports.Check(
+      [](const LineChange& change) { return change.after->speed != 50; });
+  Phases set(device);
+  EXPECT_EQ(set.Test({{"5.1.2.1", Int(5)}}), "noError");
+  EXPECT_EQ(set.Test({{"6.1.1.1", Int(3)}, {"5.1.1.1", Int(50)}}),
+            "inconsistentValue");
+}
+
+TEST(ASetInSeveralRequests, EndsWithTheFirstThatIsRefused) {
+  Switch device;
+  Phases set(device);
+  EXPECT_EQ(set.Test({{"5.1.1.1", Int(1)}}), "noError");
+  EXPECT_EQ(set.Test({{"5.1.2.1", Int(5)}, {"5.1.1.1", Octets("x")}}),
+            "wrongType 2");
+  EXPECT_EQ(set.Commit(), "commitFailed");
+  EXPECT_EQ(device.GetAll({"5.1.1.1", "5.1.2.1"}),
+            "INTEGER 10, noSuchInstance");
+}
+
+TEST(ASetInSeveralRequests, BlamesNoVarbindOfTheFirstForAnothers) {
+  Switch device;
+  device.refused = 3;
+  Phases set(device);
+  EXPECT_EQ(set.Test({{"5.1.1.1", Int(1)}}), "noError");
+  EXPECT_EQ(set.Test({{"5.1.1.3", Int(3)}}), "noError");
+  EXPECT_EQ(set.Commit(), "commitFailed");
+}
+
 TEST(ARowThatTheApplicationChangesMeanwhile, IsNotOverwritten) {
   Switch device;
   Phases phases(device);
@@ -270,6 +300,21 @@ TEST(ABorrowedRow, IsNotOverwrittenWithAChangeOfTheApplicationsInIt) {
   EXPECT_EQ(phases.Commit(), "commitFailed 1");
   EXPECT_EQ(device.Set({{"5.1.1.2", Int(5)}}), "noError");
   EXPECT_EQ(device.GetAll({"5.1.1.1", "5.1.1.2"}), "INTEGER 77, INTEGER 5");
+}
+
+TEST(ABorrowedRow, StaysAsTheApplicationMadeItBeforeARefusal) {
+  Device device;
+  snmp::Module module(device.agent, kBase);
+  std::map<int, Comparable> rows{{1, {10}}};
+  snmp::Table table(module, "5", rows);
+  table.Column(1, &Comparable::value, snmp::ReadWrite())
+      .Apply([&](const auto&) {
+        rows[1].value = 77;
+        return SetError::GenErr;
+      });
+  device.Connect();
+  EXPECT_EQ(device.Set({{"5.1.1.1", Int(1)}}), "commitFailed 1");
+  EXPECT_EQ(device.Get("5.1.1.1"), "INTEGER 77");
 }
 
 }  // namespace
