@@ -1,0 +1,130 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#ifndef SNMPSUBAGENT_TESTS_STRESS_FUZZ_KNOWNSETS_H_
+#define SNMPSUBAGENT_TESTS_STRESS_FUZZ_KNOWNSETS_H_
+
+#include <cstdint>
+#include <list>
+#include <utility>
+#include <vector>
+
+#include "KnownObjects.h"
+
+// The reference of SETs: from the messages of a master agent and what the
+// application does, which responses are to come and what managers see then.
+namespace known {
+
+struct Response {
+  std::uint32_t packet;
+  std::uint16_t error;
+  std::uint16_t index;
+};
+
+class Sets {
+ public:
+  explicit Sets(Objects& objects) : objects_(objects) {}
+
+  // The phases of a SET (RFC 2741, 7.2.4). `packet` is that of the request.
+  void Test(std::uint32_t id, std::uint32_t packet,
+            const std::vector<wire::Varbind>& varbinds);
+  void Commit(std::uint32_t id, std::uint32_t packet);
+  void Undo(std::uint32_t id, std::uint32_t packet);
+  void Cleanup(std::uint32_t id);
+
+  // The session is gone.
+  void Lose();
+  // An Apply function has answered.
+  void Answer(const Unit& unit, Error error);
+  // The application has changed a row, and has said so.
+  void Note(const Unit& unit);
+
+  // The responses that are to come since the last call, in their order.
+  std::vector<Response> TakeResponses() {
+    return std::exchange(responses_, {});
+  }
+  // A Changed function has been called.
+  void TellFinal() { --finals_; }
+  // Whether each has been that was to be.
+  bool EachIsFinal() const { return finals_ == 0; }
+
+ private:
+  enum class Phase { Tested, Committing, Committed, Undoing, Ended };
+  enum class Step { Done, Refused, Waiting };
+
+  // What a SET makes of a scalar or a row.
+  struct Change {
+    Store* store;
+    Unit* unit;
+    std::uint16_t varbind;
+    State before;
+    State after;
+    int action = 0;
+    std::uint16_t actionVarbind = 0;
+    bool changesCells = false;
+    bool isChecked = false;
+    bool overtaken = false;
+    bool isPut = false;
+
+    bool IsNothing() const {
+      return before.status == kAbsent && after.status == kAbsent;
+    }
+    int Storage() const;
+  };
+  struct Set {
+    std::uint32_t id;
+    bool isLost = false;  // with its session
+    int tests = 0;
+    Phase phase = Phase::Tested;
+    std::vector<Change> changes;
+    std::size_t next = 0;
+    bool waiting = false;
+    bool undoWanted = false;
+    bool undoFailed = false;
+    std::uint16_t failure = 0;  // the varbind that ended committing
+    std::vector<std::uint32_t> commits;
+    std::vector<std::uint32_t> undos;
+  };
+  struct Failure {
+    Error error = kNone;
+    std::uint16_t varbind = 0;
+  };
+  using SetList = std::list<Set>;
+
+  Set* Find(std::uint32_t id);
+  void ForgetEnded();
+  void Respond(std::vector<std::uint32_t>& packets, Error error,
+               std::uint16_t index);
+
+  Failure StageAll(Set& set, const std::vector<wire::Varbind>& varbinds);
+  Error Stage(Set& set, const wire::Varbind& varbind, std::uint16_t number);
+  Error StageScalar(Set& set, Store& store, const Column& column,
+                    const wire::Value& value, std::uint16_t number);
+  Error StageCell(Set& set, Store& store, const Column& column,
+                  const wire::Oid& index, const wire::Value& value,
+                  std::uint16_t number);
+  Change* FindChange(Set& set, const Unit& unit);
+  bool IsChangedByOther(const Set& set, const Unit& unit) const;
+
+  Failure CheckAll(Set& set, std::size_t first);
+  Failure CheckOne(Change& change) const;
+  Error DecideNew(Change& change) const;
+  static Error DecideExisting(Change& change);
+  bool IsFullFor(const Change& change) const;
+
+  void Proceed(Set& set);
+  void Take(Set& set, Step step);
+  void StartUndo(Set& set, std::size_t count);
+  void EndUndo(Set& set);
+  static bool StillAllowed(Change& change);
+  static Step CommitOne(Change& change);
+  static Step UndoOne(Change& change);
+  static Step Apply(Change& change);
+
+  Objects& objects_;
+  SetList sets_;
+  std::vector<Response> responses_;
+  int finals_ = 0;  // Changed functions that are still to be called
+};
+
+}  // namespace known
+
+#endif  // SNMPSUBAGENT_TESTS_STRESS_FUZZ_KNOWNSETS_H_
