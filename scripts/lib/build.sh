@@ -18,6 +18,15 @@ if command -v ccache >/dev/null; then
   export CMAKE_C_COMPILER_LAUNCHER=ccache CMAKE_CXX_COMPILER_LAUNCHER=ccache
 fi
 
+# Subagents on the node classes connect to a master agent of this machine by this
+# name, see "The connection" in docs/limits-and-surprises.md.
+require_localhost() {
+  getent hosts localhost >/dev/null && return
+  echo "error: this machine does not know the name localhost;" \
+    "add \"127.0.0.1 localhost\" to /etc/hosts" >&2
+  return 1
+}
+
 # build DIR TYPE [CMake options...] [-- targets...]
 #
 # Builds the targets in DIR, or everything if none are named. TYPE is CMake's
