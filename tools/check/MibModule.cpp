@@ -118,8 +118,9 @@ MibModule::MibModule(const std::string& name, const MibOptions& options)
     Collect(*node, {}, module);
   }
   if (objects_.empty()) {
-    throw CannotCheck("the module " + name +
-                      " has no objects; the parser says: " + log.Text());
+    const std::string text = log.Text();
+    throw CannotCheck("the module " + name + " has no objects" +
+                      (text.empty() ? "" : "; the parser says: " + text));
   }
   std::sort(others_.begin(), others_.end());
   FindRoots();

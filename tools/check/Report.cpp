@@ -2,10 +2,11 @@
 #include "check/Report.h"
 
 #include <array>
-#include <cstdio>
 #include <iomanip>
 #include <sstream>
 #include <utility>
+
+#include "check/Json.h"
 
 namespace snmpsubagent::check {
 namespace {
@@ -30,22 +31,6 @@ const char* Words(const std::string& name) {
   return nullptr;
 }
 
-std::string Quoted(const std::string& text) {
-  std::string quoted = "\"";
-  for (const unsigned char c : text) {
-    if (c == '"' || c == '\\') {
-      quoted += {'\\', static_cast<char>(c)};
-    } else if (c < 0x20 || c >= 0x7f) {
-      std::array<char, 8> escape;
-      std::snprintf(escape.data(), escape.size(), "\\u%04x", c);
-      quoted += escape.data();
-    } else {
-      quoted += static_cast<char>(c);
-    }
-  }
-  return quoted + '"';
-}
-
 std::string Verdict(std::size_t findings) {
   if (findings == 0) return "conformant";
   return std::to_string(findings) + (findings == 1 ? " finding" : " findings");
@@ -60,10 +45,10 @@ std::string JsonOf(const Total& total) {
 }
 
 std::string JsonOf(const Finding& finding) {
-  return "{\"fault\": " + Quoted(std::string(NameOf(finding.fault))) +
-         ", \"object\": " + Quoted(finding.object) +
-         ", \"oid\": " + Quoted(finding.oid) +
-         ", \"text\": " + Quoted(finding.text) + "}";
+  return "{\"fault\": " + JsonQuoted(NameOf(finding.fault)) +
+         ", \"object\": " + JsonQuoted(finding.object) +
+         ", \"oid\": " + JsonQuoted(finding.oid) +
+         ", \"text\": " + JsonQuoted(finding.text) + "}";
 }
 
 }  // namespace
@@ -119,8 +104,8 @@ std::string ToText(const Report& report) {
 
 std::string ToJson(const Report& report) {
   std::ostringstream out;
-  out << "{\"module\": " << Quoted(report.module)
-      << ", \"agent\": " << Quoted(report.agent)
+  out << "{\"module\": " << JsonQuoted(report.module)
+      << ", \"agent\": " << JsonQuoted(report.agent)
       << ", \"conformant\": " << (report.Conformant() ? "true" : "false")
       << ",\n \"totals\": {";
   const char* separator = "\n  ";
@@ -137,7 +122,7 @@ std::string ToJson(const Report& report) {
   out << "],\n \"notes\": [";
   separator = "\n  ";
   for (const std::string& note : report.notes) {
-    out << separator << Quoted(note);
+    out << separator << JsonQuoted(note);
     separator = ",\n  ";
   }
   out << "]}\n";

@@ -2,24 +2,38 @@
 //
 // snmpsubagent-check(1)
 
-#include <getopt.h>
 #include <net-snmp/net-snmp-config.h>
 #include <net-snmp/net-snmp-includes.h>
 
-#include <cstring>
-#include <exception>
+#include <cstdlib>
 #include <iostream>
 #include <sstream>
-#include <string>
-#include <vector>
 
-#include "check/CheckMib.h"
+#include "check/Command.h"
+
+namespace snmpsubagent::check {
+
+std::vector<std::string> SplitAtColons(const std::string& words) {
+  std::vector<std::string> split;
+  std::istringstream in(words);
+  for (std::string word; std::getline(in, word, ':');) {
+    if (!word.empty()) split.push_back(word);
+  }
+  return split;
+}
+
+std::chrono::milliseconds ParsedSeconds(const char* text) {
+  char* end = nullptr;
+  const double seconds = std::strtod(text, &end);
+  if (*end || !(seconds > 0 && seconds < 3600)) throw Usage();
+  return std::chrono::milliseconds(static_cast<long>(seconds * 1000));
+}
+
+}  // namespace snmpsubagent::check
 
 namespace check = snmpsubagent::check;
 
 namespace {
-
-enum ExitStatus { kConformant = 0, kFindings = 1, kCouldNotCheck = 2 };
 
 constexpr char kUsage[] =
     "usage: snmpsubagent-check mib [options] MODULE HOST\n"
@@ -40,97 +54,32 @@ constexpr char kUsage[] =
     "      --obsolete        misses obsolete objects, too\n"
     "      --json            reports as JSON\n"
     "\n"
-    "Exit status: 0 the agent conforms, 1 there are findings, 2 could not "
-    "check.\n";
-
-struct Usage : std::exception {};
-
-struct Options {
-  check::Peer peer;
-  check::MibOptions mib;
-  std::string module;
-  bool json = false;
-};
-
-std::vector<std::string> Split(const std::string& words) {
-  std::vector<std::string> split;
-  std::istringstream in(words);
-  for (std::string word; std::getline(in, word, ':');) {
-    if (!word.empty()) split.push_back(word);
-  }
-  return split;
-}
-
-std::chrono::milliseconds Seconds(const char* text) {
-  char* end = nullptr;
-  const double seconds = std::strtod(text, &end);
-  if (*end || !(seconds > 0 && seconds < 3600)) throw Usage();
-  return std::chrono::milliseconds(static_cast<long>(seconds * 1000));
-}
-
-Options Parse(int argc, char** argv) {
-  enum { kSet = 256, kObsolete, kJson };
-  static const option kOptions[] = {
-      {"community", required_argument, nullptr, 'c'},
-      {"mibs", required_argument, nullptr, 'M'},
-      {"modules", required_argument, nullptr, 'm'},
-      {"timeout", required_argument, nullptr, 't'},
-      {"set", no_argument, nullptr, kSet},
-      {"obsolete", no_argument, nullptr, kObsolete},
-      {"json", no_argument, nullptr, kJson},
-      {}};
-  Options options;
-  for (int key = 0;
-       (key = getopt_long(argc, argv, "c:M:m:t:", kOptions, nullptr)) != -1;) {
-    switch (key) {
-      case 'c':
-        options.peer.community = optarg;
-        break;
-      case 'M':
-        options.mib.mibFolders = Split(optarg);
-        break;
-      case 'm':
-        options.mib.otherModules = Split(optarg);
-        break;
-      case 't':
-        options.peer.timeout = Seconds(optarg);
-        break;
-      case kSet:
-        options.mib.set = true;
-        break;
-      case kObsolete:
-        options.mib.obsolete = true;
-        break;
-      case kJson:
-        options.json = true;
-        break;
-      default:
-        throw Usage();
-    }
-  }
-  if (argc - optind != 2) throw Usage();
-  options.module = argv[optind];
-  options.peer.address = argv[optind + 1];
-  return options;
-}
-
-int CheckMib(int argc, char** argv) {
-  const Options options = Parse(argc, argv);
-  const check::Report report =
-      check::CheckMib(options.peer, options.module, options.mib);
-  std::cout << (options.json ? ToJson(report) : ToText(report));
-  return report.Conformant() ? kConformant : kFindings;
-}
+    "usage: snmpsubagent-check connection [options] [HOST]\n"
+    "\n"
+    "Finds why managers, who ask HOST, do not see the objects of a subagent.\n"
+    "\n"
+    "  -x, --master ADDRESS  where the subagent connects: unix:/path,\n"
+    "                        tcp:host:port, tcp6:[address]:port; if not "
+    "given,\n"
+    "                        unix:/var/agentx/master\n"
+    "  -C, --config FILE     of snmpd; /etc/snmp/snmpd.conf\n"
+    "  -o, --oid OID         what the subagent registers\n"
+    "      --stopped         the subagent does not run now: the OID is to be "
+    "free\n"
+    "  -p, --program FILE    the subagent, whose libraries are looked at\n"
+    "  -c, -t, --json        as above\n"
+    "\n"
+    "Exit status: 0 all is well, 1 there are findings, 2 could not check.\n";
 
 int Run(int argc, char** argv) {
-  if (argc > 1 && std::strcmp(argv[1], "--help") == 0) {
-    std::cout << kUsage;
-    return kConformant;
+  const std::string command = argc > 1 ? argv[1] : "";
+  if (command == "mib") return check::MibCommand(argc - 1, argv + 1);
+  if (command == "connection") {
+    return check::ConnectionCommand(argc - 1, argv + 1);
   }
-  if (argc > 1 && std::strcmp(argv[1], "mib") == 0) {
-    return CheckMib(argc - 1, argv + 1);
-  }
-  throw Usage();
+  if (command != "--help") throw check::Usage();
+  std::cout << kUsage;
+  return check::kConformant;
 }
 
 }  // namespace
@@ -140,10 +89,10 @@ int main(int argc, char** argv) {
   netsnmp_register_loghandler(NETSNMP_LOGHANDLER_NONE, LOG_DEBUG);
   try {
     return Run(argc, argv);
-  } catch (const Usage&) {
+  } catch (const check::Usage&) {
     std::cerr << kUsage;
   } catch (const std::exception& error) {
     std::cerr << "snmpsubagent-check: " << error.what() << '\n';
   }
-  return kCouldNotCheck;
+  return check::kCouldNotCheck;
 }

@@ -1,0 +1,3 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+int Answer();
+int Answer() { return 0; }

@@ -1,0 +1,3 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+int Answer();
+int main() { return Answer(); }
