@@ -102,6 +102,21 @@ class Scalar {
     }
   }
 
+  // Has the value come from there from now on; see the table above. Throws
+  // std::logic_error if managers write it and what is given takes no value.
+  //
+  //   objects.upsBatteryVoltage.From([] { return ReadVoltage(); });
+  template <typename V>
+  Scalar& From(V&& value) {
+    auto source = detail::MakeSource<T>(std::forward<V>(value));
+    if (!detail::CanStore<V>() && state_->IsWritable()) {
+      throw std::logic_error("managers write the scalar: give it a setter");
+    }
+    const AgentLock lock = Lock();
+    state_->SetSource(std::move(source));
+    return *this;
+  }
+
   // A function of (after) or of (before, after) that returns a SetError, or a
   // bool, of which false is InconsistentValue.
   template <typename F>

@@ -48,6 +48,7 @@ class SNMPSUBAGENT_OBJECTS_EXPORT ScalarState : public ManagedObject {
   SetError Stage(OidView instance, const ValueView& value,
                  Transaction& transaction) override;
 
+  bool IsWritable() const { return writable_; }
   // Writes the value, as the last part of an instance.
   virtual Answer ReadValue(ReadContext& context) = 0;
   // The same at once; false if there is no instance.
@@ -90,13 +91,17 @@ class TypedScalar final : public ScalarState {
                     std::move(constraints)),
         source_(std::move(source)) {}
 
-  std::optional<T> Load() const { return source_->Load(); }
-  SetError Store(const T& value) { return source_->Store(value); }
+  // A function of the source before may be running; it lasts until it returns.
+  void SetSource(std::unique_ptr<Source<T>> source) {
+    source_ = std::move(source);
+  }
+  std::optional<T> Load() const { return Held()->Load(); }
+  SetError Store(const T& value) { return Held()->Store(value); }
   Answer ReadValue(ReadContext& context) override {
-    return source_->Read(context);
+    return Held()->Read(context);
   }
   bool WriteValue(ValueWriter& writer) override {
-    return source_->Write(writer);
+    return Held()->Write(writer);
   }
 
   // Changes the application's functions; those of a SET that is running stay.
@@ -131,7 +136,9 @@ class TypedScalar final : public ScalarState {
 
   SetError StageChange(T before, T after, Transaction& transaction);
 
-  std::unique_ptr<Source<T>> source_;
+  std::shared_ptr<Source<T>> Held() const { return source_; }
+
+  std::shared_ptr<Source<T>> source_;
   std::shared_ptr<const Functions> functions_;
 };
 

@@ -7,6 +7,7 @@
 #include <chrono>
 #include <optional>
 #include <stdexcept>
+#include <string>
 
 #include "Device.h"
 
@@ -65,6 +66,42 @@ TEST_F(AScalar, HoldsACopy) {
   EXPECT_EQ(scalar.Get(), "right");
   scalar.Set("middle");
   EXPECT_EQ(device.Get("1.0"), "OCTET STRING \"middle\"");
+}
+
+TEST_F(AScalar, TellsAnotherValueFromNowOn) {
+  int celsius = 22;
+  snmp::Scalar scalar(module, "1", 21);
+  device.Connect();
+  EXPECT_EQ(device.Get("1.0"), "INTEGER 21");
+  scalar.From([] { return -40; });
+  EXPECT_EQ(device.Get("1.0"), "INTEGER -40");
+  scalar.From(celsius);
+  EXPECT_EQ(device.Get("1.0"), "INTEGER 22");
+  scalar.Set(23);
+  EXPECT_EQ(celsius, 23);
+}
+
+TEST_F(AScalar, IsWrittenWhereItsValueIsNow) {
+  int celsius = 22;
+  snmp::Scalar scalar(module, "1", 21, snmp::ReadWrite().Range(0, 90));
+  scalar.From(celsius);
+  device.Connect();
+  EXPECT_EQ(device.Set({{"1.0", Int(91)}}), "wrongValue 1");
+  EXPECT_EQ(device.Set({{"1.0", Int(90)}}), "noError");
+  EXPECT_EQ(celsius, 90);
+  EXPECT_THROW(scalar.From([] { return 1; }), std::logic_error);
+  EXPECT_EQ(device.Get("1.0"), "INTEGER 90");
+}
+
+TEST_F(AScalar, MayChangeItsSourceFromWithin) {
+  snmp::Scalar<int> scalar(module, "1", 0);
+  scalar.From([&, text = std::string("a text that is on the heap")] {
+    scalar.From(5);
+    return static_cast<int>(text.size());
+  });
+  device.Connect();
+  EXPECT_EQ(device.Get("1.0"), "INTEGER 26");
+  EXPECT_EQ(device.Get("1.0"), "INTEGER 5");
 }
 
 TEST_F(AScalar, HoldsALiteralAsText) {
