@@ -196,6 +196,17 @@ struct IndexSyntax<TimeTicks> {
 };
 
 template <>
+struct IndexSyntax<Counter32> {
+  static constexpr std::size_t kParts = 1;
+  static void Write(IndexWriter& writer, Counter32 value) {
+    writer.Add(value.value);
+  }
+  static bool Read(IndexReader& reader, Counter32& value) {
+    return reader.Take(value.value);
+  }
+};
+
+template <>
 struct IndexSyntax<std::string> {
   static constexpr std::size_t kParts = 1;
   static void Write(IndexWriter& writer, const std::string& value) {
@@ -274,6 +285,20 @@ struct IndexSyntax<IpAddress> {
   }
   static bool Read(IndexReader& reader, IpAddress& value) {
     return IndexSyntax<std::array<std::uint8_t, 4>>::Read(reader, value.octets);
+  }
+};
+
+template <>
+struct IndexSyntax<NetworkAddress> {
+  static constexpr std::size_t kParts = 1;
+  static void Write(IndexWriter& writer, const NetworkAddress& value) {
+    writer.Add(1);
+    IndexSyntax<IpAddress>::Write(writer, value.address);
+  }
+  static bool Read(IndexReader& reader, NetworkAddress& value) {
+    SubIdentifier kind;
+    return reader.Take(kind, 1, 1) &&
+           IndexSyntax<IpAddress>::Read(reader, value.address);
   }
 };
 
@@ -456,6 +481,16 @@ struct IndexOrder {
     }
   }
 };
+
+// The OID of a cell: that of its column, and the key of its row behind.
+//
+//   linkDown.Send({{snmp::InstanceOf("1.3.6.1.2.1.2.2.1.8", 7), status}});
+template <typename Key>
+Oid InstanceOf(const Oid& column, const Key& key) {
+  IndexWriter index;
+  IndexSyntax<Key>::Write(index, key);
+  return column + index.View();
+}
 
 }  // namespace snmpsubagent
 

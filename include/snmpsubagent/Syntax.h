@@ -287,6 +287,17 @@ struct Syntax<IpAddress> {
   }
 };
 
+template <>
+struct Syntax<NetworkAddress> {
+  static constexpr ValueType kType = ValueType::IpAddress;
+  static void Write(ValueWriter& writer, const NetworkAddress& value) {
+    Syntax<IpAddress>::Write(writer, value.address);
+  }
+  static SetError Read(const ValueView& view, NetworkAddress& value) {
+    return Syntax<IpAddress>::Read(view, value.address);
+  }
+};
+
 // The type stays what it was: a manager writes it to the object that has it.
 template <>
 struct Syntax<InetAddress> {

@@ -29,6 +29,7 @@
 //   BITS                            Bits<an enum class>
 //   OBJECT IDENTIFIER               Oid
 //   IpAddress                       IpAddress
+//   NetworkAddress (SMIv1)          NetworkAddress
 //   InetAddress                     InetAddress
 //   Opaque                          Opaque; float and double inside of it
 //   TestAndIncr                     TestAndIncr
@@ -90,6 +91,17 @@ inline bool operator==(const IpAddress& a, const IpAddress& b) {
 }
 inline bool operator<(const IpAddress& a, const IpAddress& b) {
   return a.octets < b.octets;
+}
+
+// An IpAddress in the modules of SMIv1. As an index it has its kind in front
+// (RFC 1212, 4.1.6), which is always 1.
+struct NetworkAddress {
+  IpAddress address;
+  NetworkAddress() = default;
+  NetworkAddress(const IpAddress& a) : address(a) {}  // NOLINT: implicit
+};
+inline bool operator==(const NetworkAddress& a, const NetworkAddress& b) {
+  return a.address == b.address;
 }
 
 // RFC 4001.

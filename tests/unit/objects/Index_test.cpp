@@ -60,6 +60,7 @@ TEST(AnIndex, IsEncodedAsTheSmiSays) {
   EXPECT_EQ(Encoded(true), "1");
   EXPECT_EQ(Encoded(false), "2");
   EXPECT_EQ(Encoded(snmp::TimeTicks(4000000000)), "4000000000");
+  EXPECT_EQ(Encoded(snmp::Counter32{4000000000}), "4000000000");
   EXPECT_EQ(Encoded(Text("ab\xff")), "3.97.98.255");
   EXPECT_EQ(Encoded(Text()), "0");
   EXPECT_EQ(Encoded(snmp::Bytes{0, 255}), "2.0.255");
@@ -69,6 +70,8 @@ TEST(AnIndex, IsEncodedAsTheSmiSays) {
   EXPECT_EQ(Encoded(Oid()), "0");
   EXPECT_EQ(Encoded(LastOid("1.3.6")), "1.3.6");
   EXPECT_EQ(Encoded(snmp::IpAddress(192, 0, 2, 1)), "192.0.2.1");
+  EXPECT_EQ(Encoded(snmp::NetworkAddress(snmp::IpAddress(192, 0, 2, 1))),
+            "1.192.0.2.1");
   EXPECT_EQ(Encoded(snmp::InetAddress("192.0.2.1")), "1.4.192.0.2.1");
   EXPECT_EQ(Encoded(snmp::InetAddress("2001:db8::1")),
             "2.16.32.1.13.184.0.0.0.0.0.0.0.0.0.0.0.1");
@@ -76,6 +79,12 @@ TEST(AnIndex, IsEncodedAsTheSmiSays) {
   EXPECT_EQ(Encoded(snmp::Bits<Flag>{Flag::First, Flag::Tenth}), "2.128.64");
   EXPECT_EQ(Encoded(std::tuple(Text("a"), 5, LastText("bc"))), "1.97.5.98.99");
   EXPECT_EQ(Encoded(std::pair(Colour::Red, Oid("1.3"))), "1.2.1.3");
+}
+
+TEST(AnInstance, IsTheColumnWithTheKeyBehind) {
+  EXPECT_EQ(snmp::InstanceOf("1.3.6.1", 7), Oid("1.3.6.1.7"));
+  EXPECT_EQ(snmp::InstanceOf("1.3.6.1", std::tuple(Text("a"), 5)),
+            Oid("1.3.6.1.1.97.5"));
 }
 
 TEST(AnIndexOfANumber, IsOneThatTheTypeHas) {
@@ -110,6 +119,8 @@ TEST(AnIndexOfOctets, IsOneWithAsManyAsItSays) {
   EXPECT_FALSE(IsKey<Mac>("0.0.0.0.0"));
   EXPECT_FALSE(IsKey<Mac>("0.0.0.0.0.0.0"));
   EXPECT_FALSE(IsKey<snmp::IpAddress>("192.0.2"));
+  EXPECT_FALSE(IsKey<snmp::NetworkAddress>("1.192.0.2"));
+  EXPECT_FALSE(IsKey<snmp::NetworkAddress>("2.192.0.2.1"));
   EXPECT_FALSE(IsKey<snmp::InetAddress>("1"));
   EXPECT_FALSE(IsKey<snmp::InetAddress>("1.4.192.0.2"));
 }
@@ -200,6 +211,10 @@ void Fill(Random& random, std::array<std::uint8_t, N>& key) {
   for (auto& octet : key) octet = static_cast<std::uint8_t>(random.Id());
 }
 void Fill(Random& random, snmp::IpAddress& key) { Fill(random, key.octets); }
+void Fill(Random& random, snmp::NetworkAddress& key) {
+  Fill(random, key.address);
+}
+void Fill(Random& random, snmp::Counter32& key) { key.value = random.Id(); }
 void Fill(Random& random, snmp::InetAddress& key) {
   key = {static_cast<snmp::InetAddressType>(random.Below(5)), random.Octets()};
 }
@@ -327,8 +342,9 @@ class KeysOf : public testing::Test {
 using KeyTypes =
     testing::Types<int, std::uint32_t, std::int8_t, Colour, bool,
                    snmp::TimeTicks, Text, snmp::Bytes, LastText, Oid, LastOid,
-                   Mac, snmp::IpAddress, snmp::InetAddress, snmp::Bits<Flag>,
-                   std::pair<bool, Text>, std::tuple<Text, int, LastText>,
+                   Mac, snmp::IpAddress, snmp::NetworkAddress, snmp::Counter32,
+                   snmp::InetAddress, snmp::Bits<Flag>, std::pair<bool, Text>,
+                   std::tuple<Text, int, LastText>,
                    std::tuple<Oid, std::array<std::uint8_t, 2>>,
                    std::tuple<snmp::InetAddress, std::uint32_t, LastOid>,
                    std::tuple<std::int8_t, std::int8_t, std::int8_t, bool>>;
