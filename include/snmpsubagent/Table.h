@@ -145,11 +145,18 @@ class Table {
 
   // The `Part`th index, from 0, as a column that managers read. Without it they
   // know it from the instance alone. `access` says what it is in the rows that
-  // they make.
-  template <std::size_t Part = 0>
-  Table& Index(SubIdentifier number, const ReadOnly& access = {}) {
+  // they make. With ReadWrite, as old modules want it, they may write the value
+  // that it has; for another one they get inconsistentValue.
+  template <std::size_t Part = 0, typename A = ReadOnly,
+            typename = std::enable_if_t<!std::is_integral_v<A>>>
+  Table& Index(SubIdentifier number, const A& access = {}) {
+    static_assert(std::is_same_v<A, ReadOnly> || std::is_same_v<A, ReadWrite>,
+                  "an index column is ReadOnly or ReadWrite");
     Restrict<Part>(access.Rules());
-    return Add(number, std::make_unique<detail::IndexColumn<Part, Key>>());
+    auto column = std::make_unique<detail::IndexColumn<Part, Key>>();
+    column->writable = std::is_same_v<A, ReadWrite>;
+    column->constraints = access.Rules();
+    return Add(number, std::move(column));
   }
   // The same for an InetAddress, which has a column for its type.
   template <std::size_t Part = 0>

@@ -217,7 +217,7 @@ SetError TableState::StageCell(const NumberedColumn& numbered, OidView index,
     return staged->NoteAction(static_cast<RowStatus>(value.number),
                               CurrentVarbind(transaction));
   }
-  error = numbered.column->Write(staged->Row(), value);
+  error = numbered.column->Write(staged->Row(), index, value);
   if (error == SetError::None) staged->NoteCell(numbered.column->required);
   return error;
 }

@@ -34,7 +34,7 @@ class TypedColumn : public Column {
   SetError Decode(const ValueView& value) const override {
     return DecodeAs<T>(value);
   }
-  SetError Write(void*, const ValueView&) const override {
+  SetError Write(void*, OidView, const ValueView&) const override {
     return SetError::NotWritable;
   }
 
@@ -61,7 +61,7 @@ class MemberColumn final
   bool Read(const RowView& row, ValueWriter& writer) const override {
     return this->WriteTo(writer, static_cast<const Row*>(row.row)->*member_);
   }
-  SetError Write(void* row, const ValueView& value) const override {
+  SetError Write(void* row, OidView, const ValueView& value) const override {
     M& cell = static_cast<Row*>(row)->*member_;
     if constexpr (std::is_same_v<M, T>) {
       return MakeNewValue(value, cell);
@@ -173,10 +173,21 @@ ValueView ViewOfPart(const T& part) {
   return view;
 }
 
-// An index that is readable as a column.
+// An index that is readable as a column. What managers write is the value that
+// it has: rows keep their names.
 template <std::size_t N, typename Key>
 class IndexColumn final : public TypedColumn<PartType<N, Key>> {
  public:
+  SetError Write(void*, OidView index, const ValueView& value) const override {
+    using T = PartType<N, Key>;
+    T written{};
+    const SetError error = MakeNewValue(value, written);
+    if (error != SetError::None) return error;
+    const std::optional<Key> key = ReadKey<Key>(index);
+    return key && Bare(PartOf<N>(*key)) == written
+               ? SetError::None
+               : SetError::InconsistentValue;
+  }
   bool Read(const RowView& row, ValueWriter& writer) const override {
     return this->WriteTo(writer,
                          Bare(PartOf<N>(*static_cast<const Key*>(row.key))));

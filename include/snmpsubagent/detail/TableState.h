@@ -25,9 +25,11 @@ class SNMPSUBAGENT_OBJECTS_EXPORT Column {
 
   // False if the row has no such cell. May throw what a function throws.
   virtual bool Read(const RowView& row, ValueWriter& writer) const = 0;
-  // Whether the value can be decoded, and what it makes of a row.
+  // Whether the value can be decoded, and what it makes of the row with that
+  // index.
   virtual SetError Decode(const ValueView& value) const = 0;
-  virtual SetError Write(void* row, const ValueView& value) const = 0;
+  virtual SetError Write(void* row, OidView index,
+                         const ValueView& value) const = 0;
 
   ValueType type = ValueType::Null;
   bool writable = false;

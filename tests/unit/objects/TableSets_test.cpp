@@ -7,6 +7,7 @@
 #include <map>
 #include <optional>
 #include <string>
+#include <tuple>
 #include <vector>
 
 #include "Device.h"
@@ -315,6 +316,28 @@ TEST(ABorrowedRow, StaysAsTheApplicationMadeItBeforeARefusal) {
   device.Connect();
   EXPECT_EQ(device.Set({{"5.1.1.1", Int(1)}}), "commitFailed 1");
   EXPECT_EQ(device.Get("5.1.1.1"), "INTEGER 77");
+}
+
+TEST(ASetOfAnIndexColumn, SucceedsWithTheValueThatTheRowHas) {
+  Device device;
+  snmp::Module module(device.agent, kBase);
+  snmp::Table<std::tuple<int, std::string>, Line> table(module, "7");
+  table.Index<0>(1, snmp::ReadWrite().Range(1, 20))
+      .Index<1>(2)
+      .Column(3, &Line::speed, snmp::ReadWrite())
+      .RowStatus(4);
+  table.Insert({7, "a"}, {});
+  device.Connect();
+  const std::string row = ".7.1.97";
+  EXPECT_EQ(device.Set({{"7.1.1" + row, Int(7)}, {"7.1.3" + row, Int(5)}}),
+            "noError");
+  EXPECT_EQ(device.Set({{"7.1.1" + row, Int(8)}}), "inconsistentValue 1");
+  EXPECT_EQ(device.Set({{"7.1.1" + row, Int(21)}}), "wrongValue 1");
+  EXPECT_EQ(device.Set({{"7.1.1" + row, Octets("7")}}), "wrongType 1");
+  EXPECT_EQ(device.Set({{"7.1.2" + row, Octets("a")}}), "notWritable 1");
+  EXPECT_EQ(device.Set({{"7.1.1.9.1.97", Int(9)}, {"7.1.4.9.1.97", Int(4)}}),
+            "noError");
+  EXPECT_TRUE(table.Contains({9, "a"}));
 }
 
 }  // namespace
