@@ -12,6 +12,7 @@
 #include <vector>
 
 #include "snmpsubagent/Export.h"
+#include "snmpsubagent/detail/Clock.h"
 
 // The types of SMIv2 (RFC 2578) and of its textual conventions (RFC 2579) for
 // which C++ has none of its own:
@@ -68,7 +69,7 @@ inline bool operator==(TimeTicks a, TimeTicks b) { return a.value == b.value; }
 // the master agent started.
 struct TimeStamp {
   std::chrono::steady_clock::time_point moment;
-  static TimeStamp Now() { return {std::chrono::steady_clock::now()}; }
+  static TimeStamp Now() { return {detail::Now()}; }
 };
 inline bool operator==(TimeStamp a, TimeStamp b) {
   return a.moment == b.moment;

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "objects/AgentState.h"
+#include "snmpsubagent/detail/Clock.h"
 
 namespace snmpsubagent {
 
@@ -58,7 +59,7 @@ void Agent::AddCapability(const Oid& id, const std::string& description) {
 
 std::uint32_t Agent::SysUpTime() const {
   const AgentLock lock = Lock();
-  return state_->SysUpTimeAt(std::chrono::steady_clock::now());
+  return state_->SysUpTimeAt(detail::Now());
 }
 
 std::uint64_t Agent::DroppedNotifications() const {

@@ -6,6 +6,8 @@
 #include <stdexcept>
 #include <utility>
 
+#include "snmpsubagent/detail/Clock.h"
+
 namespace snmpsubagent::detail {
 namespace {
 
@@ -54,7 +56,7 @@ AgentState::AgentState(std::string description, AgentOptions options)
 
 // Whoever owned it last has stopped it, or never started. What was to be sent
 // since then is told that it is dropped.
-AgentState::~AgentState() { session_.Stop(agentx::Clock::now()); }
+AgentState::~AgentState() { session_.Stop(Now()); }
 
 void AgentState::Open(Mode mode) {
   if (mode_ != Mode::Stopped) throw std::logic_error("the agent is running");
@@ -62,7 +64,7 @@ void AgentState::Open(Mode mode) {
       session_, master_, options_.responseTimeout,
       [this](auto lookUpAndTell) { LookUp(std::move(lookUpAndTell)); });
   mode_ = mode;
-  session_.Start(agentx::Clock::now());
+  session_.Start(Now());
   connection_->Wake();
 }
 
@@ -120,7 +122,7 @@ bool AgentState::Serve(Connection& connection,
   const auto keep = connection_;
   Alone([&] {
     connection.Serve(events);
-    requests_.Advance(agentx::Clock::now());
+    requests_.Advance(Now());
   });
   Update();
   return &connection == connection_.get();
@@ -157,7 +159,7 @@ void AgentState::Stop() {
     thread = std::move(thread_);
     // Who is told of it may start the agent again.
     const auto connection = std::move(connection_);
-    session_.Stop(agentx::Clock::now());
+    session_.Stop(Now());
     requests_.GiveUp();
     if (connection) connection->Close();
     opened_.notify_all();
@@ -197,19 +199,19 @@ std::vector<Refusal> AgentState::Refusals() const {
 
 void AgentState::AddCapability(const Oid& id, const std::string& description) {
   session_.AddAgentCaps(id, description, options_.context,
-                        agentx::Clock::now());
+                        Now());
   Update();
 }
 
 std::uint32_t AgentState::Register(agentx::Registration registration) {
   const std::uint32_t id =
-      session_.Register(std::move(registration), agentx::Clock::now());
+      session_.Register(std::move(registration), Now());
   Update();
   return id;
 }
 
 void AgentState::Unregister(std::uint32_t id) {
-  session_.Unregister(id, agentx::Clock::now());
+  session_.Unregister(id, Now());
   Update();
 }
 
@@ -219,12 +221,12 @@ void AgentState::Respond(const agentx::Header& request, agentx::Error error,
   agentx::ResponseWriter writer(scratch_, request);
   if (error != agentx::Error::None) writer.Refuse(error, index);
   writer.Finish();
-  session_.Send(request, scratch_, agentx::Clock::now());
+  session_.Send(request, scratch_, Now());
 }
 
 void AgentState::Respond(const agentx::Header& request,
                          const std::vector<std::uint8_t>& response) {
-  session_.Send(request, response, agentx::Clock::now());
+  session_.Send(request, response, Now());
 }
 
 void AgentState::Notify(std::vector<std::uint8_t> varbinds,
@@ -233,7 +235,7 @@ void AgentState::Notify(std::vector<std::uint8_t> varbinds,
   const std::uint64_t id = session_.NextNotification();
   if (outcome) outcomes_[id] = std::move(outcome);  // may be told at once
   try {
-    session_.Notify(std::move(varbinds), context, agentx::Clock::now());
+    session_.Notify(std::move(varbinds), context, Now());
   } catch (...) {
     outcomes_.erase(id);
     throw;

@@ -12,6 +12,8 @@
 #include <system_error>
 #include <utility>
 
+#include "objects/Clock.h"
+
 namespace snmpsubagent::detail {
 namespace {
 
@@ -100,7 +102,7 @@ void Connection::Serve(const Events& happened) {
       ServeSocket(event.events);
     }
   }
-  const agentx::Time now = agentx::Clock::now();
+  const agentx::Time now = Now();
   if (connectDeadline_ && now >= *connectDeadline_) {
     failure_ = Advice(master_.Text(), ETIMEDOUT);
     TryNextEndpoint();
@@ -169,7 +171,7 @@ void Connection::TryNextEndpoint() {
     failure_ = Advice(master_.Text(), errno);
   }
   CloseSocket();
-  session_.ConnectFailed(agentx::Clock::now(), failure_);
+  session_.ConnectFailed(Now(), failure_);
 }
 
 // False with errno.
@@ -190,7 +192,7 @@ bool Connection::StartConnecting(const MasterAddress::Endpoint& endpoint) {
               endpoint.size) == 0 ||
       errno == EINPROGRESS;
   if (!started) return false;
-  connectDeadline_ = agentx::Clock::now() + patience_;
+  connectDeadline_ = Now() + patience_;
   Watch(EPOLLOUT);
   return true;
 }
@@ -208,7 +210,7 @@ void Connection::FinishConnecting() {
   connectDeadline_.reset();
   endpoints_.clear();
   Watch(EPOLLIN);
-  session_.Connected(agentx::Clock::now());
+  session_.Connected(Now());
 }
 
 void Connection::Receive() {
@@ -216,7 +218,7 @@ void Connection::Receive() {
       recv(socket_.Number(), received_.data(), received_.size(), 0);
   if (size > 0) {
     if (!session_.Receive(received_.data(), static_cast<std::size_t>(size),
-                          agentx::Clock::now())) {
+                          Now())) {
       Flush();
       CloseSocket();
     }
@@ -250,12 +252,13 @@ void Connection::Flush() {
 
 void Connection::Lose(std::string_view reason) {
   CloseSocket();
-  session_.Disconnected(agentx::Clock::now(), reason);
+  session_.Disconnected(Now(), reason);
 }
 
 void Connection::Close() {
   Flush();
   CloseSocket();
+  ScheduledByTest(timer_.Number(), std::nullopt);
   Wake();
 }
 
@@ -281,6 +284,7 @@ void Connection::Watch(std::uint32_t events) {
 // Set anew only when it is to come earlier: a ping that has moved on costs
 // nothing until its old time has come.
 void Connection::SetTimer(std::optional<agentx::Time> deadline) {
+  if (ScheduledByTest(timer_.Number(), deadline)) return;
   if (!deadline || (timerSetTo_ && *timerSetTo_ <= *deadline)) return;
   using std::chrono::nanoseconds;
   const auto at =

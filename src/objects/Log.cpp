@@ -7,6 +7,8 @@
 #include <cstdio>
 #include <utility>
 
+#include "snmpsubagent/detail/Clock.h"
+
 namespace snmpsubagent::detail {
 namespace {
 
@@ -31,7 +33,7 @@ Log::Log(std::string agent, Function function)
     : agent_(std::move(agent)), function_(std::move(function)) {}
 
 void Log::Write(LogLevel level, const std::string& line) noexcept try {
-  const auto now = std::chrono::steady_clock::now();
+  const auto now = Now();
   if (said_.size() >= kRemembered) ForgetOld(now);
   const auto [place, isNew] = said_.try_emplace(line, Said{now, 0});
   Said& said = place->second;

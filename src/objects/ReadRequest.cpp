@@ -7,6 +7,7 @@
 #include "objects/ModuleState.h"
 #include "objects/ObjectIndex.h"
 #include "objects/ReadCall.h"
+#include "snmpsubagent/detail/Clock.h"
 #include "snmpsubagent/detail/Requests.h"
 
 namespace snmpsubagent::detail {
@@ -53,7 +54,7 @@ void ReadRequest::Suspend() {
 }
 
 void ReadRequest::KeepRanges() {
-  deadline_ = agentx::Clock::now() + answerTime_;
+  deadline_ = Now() + answerTime_;
   kept_.reserve(2 * ranges_.size());
   for (agentx::SearchRange& range : ranges_) {
     kept_.emplace_back(range.start);

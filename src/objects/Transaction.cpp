@@ -8,6 +8,7 @@
 #include "objects/ModuleState.h"
 #include "objects/ObjectIndex.h"
 #include "objects/SetCall.h"
+#include "snmpsubagent/detail/Clock.h"
 #include "snmpsubagent/detail/Requests.h"
 
 namespace snmpsubagent::detail {
@@ -58,7 +59,7 @@ void Transaction::Add(std::unique_ptr<Change> change) {
 
 void Transaction::Test(const agentx::Request& request,
                        const ObjectIndex* index) {
-  deadline_ = agentx::Clock::now() + kForgotten;
+  deadline_ = Now() + kForgotten;
   if (phase_ != Phase::Tested) {
     agent_.Respond(request.header, agentx::Error::GenErr, 0);
     return;
@@ -218,7 +219,7 @@ void Transaction::GiveUp() {
 // come or all is done.
 void Transaction::Proceed() {
   const auto keep = shared_from_this();
-  deadline_ = agentx::Clock::now() + kForgotten;
+  deadline_ = Now() + kForgotten;
   while (!waiting_ &&
          (phase_ == Phase::Committing || phase_ == Phase::Undoing)) {
     if (phase_ == Phase::Committing && undoWanted_) {
@@ -295,7 +296,7 @@ void Transaction::Respond(std::vector<agentx::Header>& waiting,
 
 void Transaction::Wait() {
   waiting_ = true;
-  deadline_ = agentx::Clock::now() + Current().Object().Module().AnswerTime();
+  deadline_ = Now() + Current().Object().Module().AnswerTime();
   call_->Suspend();
 }
 

@@ -17,6 +17,7 @@
 #include "snmpsubagent/Index.h"
 #include "snmpsubagent/Later.h"
 #include "snmpsubagent/RowChange.h"
+#include "snmpsubagent/detail/Clock.h"
 #include "snmpsubagent/detail/Requests.h"
 #include "snmpsubagent/detail/RowStore.h"
 #include "snmpsubagent/detail/TableState.h"
@@ -329,7 +330,7 @@ class MapRows final : public RowStore,
   // Not while a SET is under way, whose rows would be others all of a sudden.
   void Load() {
     if (!loader_ || loading_ || !Staged().empty()) return;
-    const auto now = std::chrono::steady_clock::now();
+    const auto now = Now();
     if (loaded_ && now - *loaded_ < timeToLive_) return;
     loading_ = true;
     Map rows;
@@ -340,7 +341,7 @@ class MapRows final : public RowStore,
       throw;
     }
     loading_ = false;
-    loaded_ = std::chrono::steady_clock::now();
+    loaded_ = Now();
     for (auto place = rows.begin(); place != rows.end();) {
       place = CanBeIndex(place->first) ? std::next(place) : rows.erase(place);
     }

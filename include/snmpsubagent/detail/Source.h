@@ -15,6 +15,7 @@
 #include "snmpsubagent/Later.h"
 #include "snmpsubagent/Syntax.h"
 #include "snmpsubagent/ValueSources.h"
+#include "snmpsubagent/detail/Clock.h"
 #include "snmpsubagent/detail/ManagedObject.h"
 #include "snmpsubagent/detail/Requests.h"
 
@@ -141,7 +142,7 @@ class CachedSource final : public Source<T> {
  public:
   explicit CachedSource(Cached<Function> cached) : cached_(std::move(cached)) {}
   std::optional<T> Load() override {
-    const auto now = std::chrono::steady_clock::now();
+    const auto now = Now();
     if (!asked_ || now - *asked_ >= cached_.timeToLive) {
       value_ = cached_.function();
       asked_ = now;

@@ -1,0 +1,17 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+#ifndef SNMPSUBAGENT_SNMPSUBAGENT_TESTING_H_
+#define SNMPSUBAGENT_SNMPSUBAGENT_TESTING_H_
+
+// The test kit: what the author of a service tests it with. All of it.
+//
+//   Master    a master agent in the process of the test
+//   Clock     virtual time
+//   Loop      an event loop on the thread of the test
+#include "snmpsubagent/testing/Clock.h"
+#include "snmpsubagent/testing/Loop.h"
+#include "snmpsubagent/testing/Manager.h"
+#include "snmpsubagent/testing/Master.h"
+#include "snmpsubagent/testing/Response.h"
+#include "snmpsubagent/testing/Value.h"
+
+#endif  // SNMPSUBAGENT_SNMPSUBAGENT_TESTING_H_
