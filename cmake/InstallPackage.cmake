@@ -16,25 +16,29 @@ cmake_path(RELATIVE_PATH CMAKE_INSTALL_PREFIX
   BASE_DIRECTORY "${CMAKE_INSTALL_PREFIX}/${pkgConfigDir}"
   OUTPUT_VARIABLE prefixFromPkgConfigDir)
 
-set(components Objects)
+set(components Objects Testing)
 if(SNMPSUBAGENT_NODE_CLASSES)
   list(PREPEND components SnmpSubAgent)
   include(InstallNodeClasses)
 endif()
 
-install(TARGETS SnmpSubAgentObjects EXPORT SnmpSubAgentObjectsTargets
-  INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
-install(EXPORT SnmpSubAgentObjectsTargets NAMESPACE SnmpSubAgent::
-  DESTINATION "${packageDir}")
+foreach(component IN ITEMS Objects Testing)
+  install(TARGETS SnmpSubAgent${component} EXPORT SnmpSubAgent${component}Targets
+    INCLUDES DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
+  install(EXPORT SnmpSubAgent${component}Targets NAMESPACE SnmpSubAgent::
+    DESTINATION "${packageDir}")
+  string(TOLOWER "snmpsubagent-${component}.pc" pkgConfigFile)
+  configure_file("cmake/${pkgConfigFile}.in" "${pkgConfigFile}" @ONLY)
+  install(FILES "${CMAKE_CURRENT_BINARY_DIR}/${pkgConfigFile}"
+    DESTINATION "${pkgConfigDir}")
+endforeach()
 install(FILES include/snmpsubagent.h
   DESTINATION "${CMAKE_INSTALL_INCLUDEDIR}")
 install(DIRECTORY include/snmpsubagent/ DESTINATION "${headersDir}"
   FILES_MATCHING PATTERN "*.h")
-configure_file(cmake/snmpsubagent-objects.pc.in snmpsubagent-objects.pc @ONLY)
-install(FILES "${CMAKE_CURRENT_BINARY_DIR}/snmpsubagent-objects.pc"
-  DESTINATION "${pkgConfigDir}")
 
-install(FILES docs/man/snmpsubagent.7 DESTINATION "${CMAKE_INSTALL_MANDIR}/man7")
+install(FILES docs/man/snmpsubagent.7 docs/man/snmpsubagent-testing.7
+  DESTINATION "${CMAKE_INSTALL_MANDIR}/man7")
 
 configure_package_config_file(cmake/SnmpSubAgentConfig.cmake.in
   SnmpSubAgentConfig.cmake INSTALL_DESTINATION "${packageDir}"

@@ -32,6 +32,7 @@ class MasterAgent {
   void Thaw() const;
 
   int AgentXPort() const { return agentXPort_.Number(); }
+  int SnmpPort() const { return snmpPort_.Number(); }
 
   // Where it answers managers, host:port.
   std::string Address() const { return snmpPort_.Address(); }

@@ -5,6 +5,7 @@
 // The test kit: what the author of a service tests it with. All of it.
 //
 //   Master    a master agent in the process of the test
+//   Snmpd     a real one: snmpd, on free loopback ports
 //   Clock     virtual time
 //   Loop      an event loop on the thread of the test
 #include "snmpsubagent/testing/Clock.h"
@@ -12,6 +13,7 @@
 #include "snmpsubagent/testing/Manager.h"
 #include "snmpsubagent/testing/Master.h"
 #include "snmpsubagent/testing/Response.h"
+#include "snmpsubagent/testing/Snmpd.h"
 #include "snmpsubagent/testing/Value.h"
 
 #endif  // SNMPSUBAGENT_SNMPSUBAGENT_TESTING_H_

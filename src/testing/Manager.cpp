@@ -4,8 +4,11 @@
 #include <chrono>
 #include <utility>
 
+#include "testing/FirstMessage.h"
 #include "testing/Inbox.h"
 #include "testing/LoopsOfThread.h"
+#include "testkit/Deadlines.h"
+#include "testkit/WaitFor.h"
 
 namespace snmpsubagent::testing {
 namespace {
@@ -88,6 +91,19 @@ std::vector<Varbind> Manager::Walk(const Oid& subtree) {
   return found;
 }
 
+void Manager::WaitUntilServed(const Oid& subtree) {
+  const auto isServed = [&] {
+    internal::LoopsOfThread::Here().Run();
+    const Varbind next = GetNext(subtree);
+    return next.value.Type() != ValueType::EndOfMibView &&
+           next.name.View().StartsWith(subtree);
+  };
+  if (!testkit::WaitFor(isServed, testkit::Deadlines::Session())) {
+    throw TimedOut("nothing is served below " +
+                   snmpsubagent::ToString(subtree));
+  }
+}
+
 ErrorStatus Manager::Set(const Oid& instance, const Value& value) {
   return Set({{instance, value}}).error;
 }
@@ -105,8 +121,14 @@ Pending Manager::StartSet(const std::vector<Varbind>& varbinds) {
 }
 
 Pending Manager::Start(const Request& request) {
-  return Pending(std::async(std::launch::async,
-                            [this, request] { return Answer(request); }));
+  const auto sent = std::make_shared<std::promise<void>>();
+  auto isSent = sent->get_future();
+  Pending pending(std::async(std::launch::async, [this, request, sent] {
+    const internal::FirstMessage first(sent);
+    return Answer(request);
+  }));
+  isSent.wait();
+  return pending;
 }
 
 Notification Manager::NextNotification() { return inbox_->Next(); }

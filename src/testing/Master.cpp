@@ -4,6 +4,7 @@
 #include "testing/MasterState.h"
 #include "testing/Reading.h"
 #include "testing/Setting.h"
+#include "testing/SnmpServer.h"
 
 namespace snmpsubagent::testing {
 namespace {
@@ -24,6 +25,14 @@ Master::Master()
 Master::~Master() = default;
 
 std::string Master::Address() const { return state_->Address(); }
+
+std::string Master::ServeManagers() {
+  if (!server_) {
+    server_ = std::make_unique<internal::SnmpServer>(
+        [this](const Request& request) { return Answer(request); });
+  }
+  return server_->Address();
+}
 
 void Master::SetContext(const std::string& context) {
   state_->SetContext(state_->Lock(), context);

@@ -14,6 +14,7 @@
 #include <utility>
 
 #include "snmpsubagent/detail/Clock.h"
+#include "testing/FirstMessage.h"
 #include "testing/VirtualTime.h"
 #include "testing/WireValues.h"
 
@@ -105,6 +106,7 @@ std::vector<std::optional<wire::Response>> MasterState::Ask(
                    question.body}));
   }
   Wake();
+  FirstMessage::Sent();
   const auto isAnswered = [&](std::size_t i) {
     const Link* const link = Find(questions[i].session);
     return link == nullptr || link->HasResponse(packets[i]);

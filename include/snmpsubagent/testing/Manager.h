@@ -87,12 +87,15 @@ class Manager {
   // and std::runtime_error if their names are in no order.
   std::vector<Varbind> Walk(const Oid& subtree);
 
+  // Waits until there is an instance below that OID. Throws TimedOut.
+  void WaitUntilServed(const Oid& subtree);
+
   // One SET, in all its phases. When it returns, the service has seen the last.
   ErrorStatus Set(const Oid& instance, const Value& value);
   Response Set(const std::vector<Varbind>& varbinds);
 
-  // Without waiting for the response: while it is under way, the test may let
-  // time pass, or ask something else.
+  // Without waiting for the response: the request is sent when they return.
+  // While it is under way, the test may let time pass, or ask something else.
   Pending StartGet(const std::vector<Oid>& instances);
   Pending StartSet(const std::vector<Varbind>& varbinds);
 

@@ -14,7 +14,8 @@ namespace snmpsubagent::testing {
 
 namespace internal {
 class MasterState;
-}
+class SnmpServer;
+}  // namespace internal
 
 // A subtree that a subagent has registered (RFC 2741, 6.2.3).
 struct Registration {
@@ -58,6 +59,10 @@ class Master : public Manager {
   // For AgentOptions::master.
   std::string Address() const;
 
+  // Answers managers over the network, too: the command-line tools of Net-SNMP,
+  // say. UDP, SNMPv2c, community "public". Returns "127.0.0.1:" and the port.
+  std::string ServeManagers();
+
   // Asks in that context from now on; in the default one for "".
   void SetContext(const std::string& context);
 
@@ -82,6 +87,7 @@ class Master : public Manager {
   Response Answer(const Request& request) override;
 
   std::unique_ptr<internal::MasterState> state_;
+  std::unique_ptr<internal::SnmpServer> server_;
 };
 
 }  // namespace snmpsubagent::testing

@@ -138,6 +138,10 @@ TEST_F(Master, AsksAnotherRequestWhileOneIsPending) {
   auto pending = master_.StartGet({"1.3.6.1.4.1.32473.3.1.0"});
   EXPECT_EQ(master_.Get(kCelsius), 21);
   EXPECT_FALSE(pending.IsAnswered());
+  {
+    const snmp::AgentLock lock = agent_.Lock();
+    ASSERT_TRUE(reply);
+  }
   reply->Answer(5);
   EXPECT_EQ(pending.Result().varbinds.at(0).value, 5);
 }
