@@ -7,8 +7,6 @@
 #include <array>
 #include <sstream>
 
-#include "testkit/Deadlines.h"
-
 namespace testkit {
 namespace {
 
@@ -43,8 +41,8 @@ Command::Command(const std::vector<std::string>& command,
       error_(memfd_create("stderr", MFD_CLOEXEC)),
       process_(command, environment, {out_.Number(), error_.Number()}) {}
 
-CommandResult Command::Result() {
-  if (!process_.Wait(Deadlines::Command())) process_.Kill();
+CommandResult Command::Result(std::chrono::milliseconds deadline) {
+  if (!process_.Wait(deadline)) process_.Kill();
   return {*process_.Wait({}), Contents(out_), Contents(error_)};
 }
 

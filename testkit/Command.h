@@ -2,12 +2,14 @@
 #ifndef SNMPSUBAGENT_TESTKIT_COMMAND_H_
 #define SNMPSUBAGENT_TESTKIT_COMMAND_H_
 
+#include <chrono>
 #include <map>
 #include <ostream>
 #include <string>
 #include <vector>
 
 #include "testkit/ChildProcess.h"
+#include "testkit/Deadlines.h"
 #include "testkit/FileDescriptor.h"
 
 namespace testkit {
@@ -34,7 +36,8 @@ class Command {
           const std::map<std::string, std::string>& environment);
 
   // Waits for the command to end; it is killed at the deadline, exit code 137.
-  CommandResult Result();
+  CommandResult Result(
+      std::chrono::milliseconds deadline = Deadlines::Command());
 
  private:
   FileDescriptor out_;

@@ -6,8 +6,10 @@
 //
 //   Master    a master agent in the process of the test
 //   Snmpd     a real one: snmpd, on free loopback ports
+//   CheckMib  compares what is served with the MIB
 //   Clock     virtual time
 //   Loop      an event loop on the thread of the test
+#include "snmpsubagent/testing/CheckMib.h"
 #include "snmpsubagent/testing/Clock.h"
 #include "snmpsubagent/testing/Loop.h"
 #include "snmpsubagent/testing/Manager.h"

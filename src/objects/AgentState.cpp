@@ -198,14 +198,12 @@ std::vector<Refusal> AgentState::Refusals() const {
 }
 
 void AgentState::AddCapability(const Oid& id, const std::string& description) {
-  session_.AddAgentCaps(id, description, options_.context,
-                        Now());
+  session_.AddAgentCaps(id, description, options_.context, Now());
   Update();
 }
 
 std::uint32_t AgentState::Register(agentx::Registration registration) {
-  const std::uint32_t id =
-      session_.Register(std::move(registration), Now());
+  const std::uint32_t id = session_.Register(std::move(registration), Now());
   Update();
   return id;
 }

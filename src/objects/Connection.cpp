@@ -79,6 +79,7 @@ void Connection::Wake() {
   const std::uint64_t one = 1;
   // Fails only if it is readable already.
   [[maybe_unused]] const auto written = write(wake_.Number(), &one, sizeof one);
+  ScheduledByTest(timer_.Number(), Now());
 }
 
 Connection::Events Connection::Wait(bool atOnce) const {
@@ -258,8 +259,8 @@ void Connection::Lose(std::string_view reason) {
 void Connection::Close() {
   Flush();
   CloseSocket();
-  ScheduledByTest(timer_.Number(), std::nullopt);
   Wake();
+  ScheduledByTest(timer_.Number(), std::nullopt);
 }
 
 void Connection::CloseSocket() {

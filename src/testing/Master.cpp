@@ -26,7 +26,7 @@ Master::~Master() = default;
 
 std::string Master::Address() const { return state_->Address(); }
 
-std::string Master::ServeManagers() {
+std::string Master::SnmpAddress() {
   if (!server_) {
     server_ = std::make_unique<internal::SnmpServer>(
         [this](const Request& request) { return Answer(request); });

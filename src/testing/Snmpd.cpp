@@ -54,7 +54,7 @@ std::string Snmpd::Address() const {
   return "tcp:127.0.0.1:" + std::to_string(state_->Master().AgentXPort());
 }
 
-std::string Snmpd::SnmpAddress() const { return state_->Master().Address(); }
+std::string Snmpd::SnmpAddress() { return state_->Master().Address(); }
 
 void Snmpd::GoDown() { state_->Master().End(); }
 void Snmpd::ComeUp() { state_->Master().Start(); }

@@ -6,6 +6,7 @@
 #include <future>
 #include <memory>
 #include <stdexcept>
+#include <string>
 #include <vector>
 
 #include "snmpsubagent/Oid.h"
@@ -102,6 +103,10 @@ class Manager {
   // Any of them.
   Response Ask(const Request& request) { return Answer(request); }
   Pending Start(const Request& request);
+
+  // Where it answers managers over the network: "127.0.0.1:" and the port of
+  // UDP, for SNMPv2c with the community "public".
+  virtual std::string SnmpAddress() = 0;
 
   // The next notification that has arrived, in their order. Waits for it;
   // throws TimedOut.

@@ -59,9 +59,8 @@ class Master : public Manager {
   // For AgentOptions::master.
   std::string Address() const;
 
-  // Answers managers over the network, too: the command-line tools of Net-SNMP,
-  // say. UDP, SNMPv2c, community "public". Returns "127.0.0.1:" and the port.
-  std::string ServeManagers();
+  // Answers there from now on: the command-line tools of Net-SNMP, say.
+  std::string SnmpAddress() override;
 
   // Asks in that context from now on; in the default one for "".
   void SetContext(const std::string& context);

@@ -37,8 +37,7 @@ class Snmpd : public Manager {
 
   // For AgentOptions::master: "tcp:127.0.0.1:" and the port.
   std::string Address() const;
-  // Where it answers managers: "127.0.0.1:" and the port.
-  std::string SnmpAddress() const;
+  std::string SnmpAddress() override;
 
   // Ends snmpd; starts it again on the same ports.
   void GoDown();

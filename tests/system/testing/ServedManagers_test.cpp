@@ -25,7 +25,7 @@ class ServedManagers : public testing::Test {
                              snmp::ReadWrite().Range(-50, 90)};
   snmp::Scalar<std::string> place_{module_, "2", std::string(60000, 'x')};
   testkit::ScratchDirectory directory_;
-  testkit::Manager tools_{master_.ServeManagers(), directory_.Path()};
+  testkit::Manager tools_{master_.SnmpAddress(), directory_.Path()};
 };
 
 TEST_F(ServedManagers, GetWhatThereIs) {
@@ -34,7 +34,10 @@ TEST_F(ServedManagers, GetWhatThereIs) {
 }
 
 TEST_F(ServedManagers, WalkInBulk) {
-  EXPECT_EQ(tools_.BulkWalk("1.3.6.1.4.1.32473.2").Lines().size(), 2U);
+  const auto lines = tools_.BulkWalk("1.3.6.1.4.1.32473.2").Lines();
+  ASSERT_EQ(lines.size(), 3U);
+  EXPECT_EQ(lines[0], ".1.3.6.1.4.1.32473.2.1.0 = INTEGER: -21");
+  EXPECT_NE(lines[2].find("No more variables left"), std::string::npos);
 }
 
 TEST_F(ServedManagers, AreToldWhatIsRefused) {

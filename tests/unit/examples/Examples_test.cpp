@@ -155,7 +155,9 @@ class TheEventLoopExample : public Example {
     master_.WaitForRegistrations(1);
   }
   ~TheEventLoopExample() override {
-    EXPECT_EQ(GetCapturedStdout(), "connected\n" + expected_);
+    agent_.Stop();
+    EXPECT_EQ(GetCapturedStdout(),
+              "connected\n" + expected_ + "not connected\n");
   }
 
   ::Loop loop_;
