@@ -32,7 +32,7 @@ struct SnmpMessage {
   // max-repetitions.
   std::int32_t first = 0;
   std::int32_t second = 0;
-  std::vector<Varbind> varbinds;
+  std::vector<Varbind> varbinds = {};
 };
 
 // What UDP carries at most (RFC 768).
