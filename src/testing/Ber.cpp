@@ -25,8 +25,13 @@ std::string Octets(std::int64_t number) {
 }
 
 std::string UnsignedOctets(std::uint64_t number) {
-  const auto asSigned = static_cast<std::int64_t>(number);
-  return asSigned >= 0 ? Octets(asSigned) : '\0' + Octets(asSigned);
+  std::string octets;
+  do {
+    octets.insert(octets.begin(), static_cast<char>(number & 0xff));
+    number >>= 8;
+  } while (number != 0);
+  if (OctetOf(octets.front()) >= 0x80) octets.insert(octets.begin(), '\0');
+  return octets;
 }
 
 std::uint64_t NumberOf(std::string_view octets) {

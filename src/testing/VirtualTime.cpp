@@ -59,6 +59,10 @@ void VirtualTime::Advance(Time::duration time) {
 
 void VirtualTime::Schedule(int timer, std::optional<Time> time) {
   const auto lock = monitor_.Lock();
+  if (!isStopped_) {  // the steady clock has just gone on
+    Fire(timer);
+    return;
+  }
   timers_.erase(timer);
   if (time) timers_[timer] = *time;
   if (time && *time <= Now()) Fire(timer);
