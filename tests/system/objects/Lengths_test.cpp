@@ -144,8 +144,8 @@ class AtTestMaster {
     if (session_->Ask(TestSet{set}, transaction).error != 0) return false;
     if (session_->Ask(CommitSet{}, transaction).error != 0) return false;
     session_->Send(CleanupSet{}, transaction);
-    return scalar_.Get() == octets &&
-           session_->Ask(Get{{{name_, false, {}}}}).varbinds == set;
+    const Get get{{{name_, false, {}}}};
+    return scalar_.Get() == octets && session_->Ask(get).varbinds == set;
   }
 
  private:

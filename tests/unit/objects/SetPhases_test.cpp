@@ -488,9 +488,8 @@ TEST_F(AWatchedSet, OutlivesObjectsThatItsFunctionsDestroy) {
       };
     }
     const Assignment own{"5.0", Int(6)};
-    const Assignments set = std::string(where).back() == 'a'
-                                ? Assignments{own, {"2.0", Int(2)}}
-                                : Assignments{{"1.0", Int(1)}, own};
+    Assignments set{own, {"2.0", Int(2)}};
+    if (std::string(where).back() == 'b') set = {{"1.0", Int(1)}, own};
     const std::string result = device.Set(set);
     if (std::string(where).substr(0, 5) == "check") {
       EXPECT_EQ(result.substr(0, 12), "commitFailed") << where;
