@@ -4,6 +4,8 @@
 #include <mutex>
 #include <set>
 
+#include "ISNMPSubAgent.h"
+
 namespace {
 
 struct Registry {
@@ -36,3 +38,13 @@ bool live_subagents::Contains(const ISNMPSubAgent* subAgent) {
   const std::lock_guard<std::mutex> lock(registry.mutex);
   return registry.live.count(subAgent) != 0;
 }
+
+// Every subagent enters itself, also one that is a copy.
+
+ISNMPSubAgent::ISNMPSubAgent() { live_subagents::Add(this); }
+
+ISNMPSubAgent::ISNMPSubAgent(const ISNMPSubAgent&) {
+  live_subagents::Add(this);
+}
+
+ISNMPSubAgent::~ISNMPSubAgent() { live_subagents::Remove(this); }

@@ -16,8 +16,8 @@ Oid NextRegistered() {
        subtree != nullptr; subtree = subtree->next) {
     const netsnmp_handler_registration* const found = subtree->reginfo;
     if (found != nullptr &&
-        netsnmp_oid_is_subtree(root.data(), root.size(), found->rootoid,
-                               found->rootoid_len) == 0) {
+        snmp_oidsubtree_compare(root.data(), root.size(), found->rootoid,
+                                found->rootoid_len) == 0) {
       return {found->rootoid, found->rootoid + found->rootoid_len};
     }
   }
