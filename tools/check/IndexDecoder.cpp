@@ -8,6 +8,8 @@ namespace snmpsubagent::check {
 namespace {
 
 constexpr oid kLargest = 0xffffffff;
+// The one kind of a NetworkAddress.
+constexpr oid kInternet = 1;
 
 struct Malformed : std::runtime_error {
   using std::runtime_error::runtime_error;
@@ -60,6 +62,9 @@ Oid TakeCounted(const Index& index, Identifier& identifier) {
 Value Decode(const Index& index, Identifier& identifier) {
   const Syntax& syntax = index.syntax;
   if (syntax.IsNumber()) return NumberOf(index, identifier);
+  if (syntax.hasKind && identifier.Next() != kInternet) {
+    throw Malformed("the address is of no known kind");
+  }
   if (syntax.base == Base::IpAddress) {
     return Value::OfOctets(ASN_IPADDRESS, Octets(identifier.Take(4)));
   }
@@ -82,6 +87,7 @@ void Encode(const Index& index, const Value& value, Oid& identifier) {
   if (syntax.IsNumber()) {
     identifier.push_back(static_cast<oid>(value.Number()));
   } else if (syntax.base == Base::IpAddress) {
+    if (syntax.hasKind) identifier.push_back(kInternet);
     Append(identifier, value.Bytes());
   } else if (syntax.base == Base::ObjectIdentifier) {
     const Oid id = value.ObjectId();

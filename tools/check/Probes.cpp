@@ -27,8 +27,9 @@ bool HasRulesOfItsOwn(const Syntax& syntax) {
 std::string OctetsOf(const Syntax& syntax, std::int64_t length) {
   const auto size = static_cast<std::size_t>(length);
   if (syntax.convention == "DateAndTime") {
-    return std::string("\x07\xea\x01\x02\x03\x04\x05\x06+\x00\x00", 11)
-        .substr(0, size);
+    std::string moment("\x07\xea\x01\x02\x03\x04\x05\x06+\x00\x00", 11);
+    moment.resize(size);
+    return moment;
   }
   // Text is not what an octet string without a convention is limited to.
   std::string octets(size, 'x');

@@ -182,6 +182,7 @@ std::optional<Mismatch> Syntax::CheckOctets(const std::string& octets) const {
 Syntax SyntaxOf(const struct tree& node) {
   Syntax syntax;
   syntax.base = BaseOf(node.type);
+  syntax.hasKind = node.type == TYPE_NETADDR;
   if (node.tc_index >= 0) {
     const char* const convention = get_tc_descriptor(node.tc_index);
     if (convention) syntax.convention = convention;

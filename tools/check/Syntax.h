@@ -45,6 +45,9 @@ struct Mismatch {
 struct Syntax {
   Base base = Base::Unknown;
   std::string convention;  // "RowStatus"; empty if the SYNTAX names none
+  // A NetworkAddress of SMIv1, which has its kind in front of it where it is an
+  // index (RFC 1212, 4.1.6).
+  bool hasKind = false;
   // Of the number, or of the length of octets. Empty for all.
   std::vector<Range> ranges;
   // Of an enumeration, or of BITS, upwards. Empty for all.
