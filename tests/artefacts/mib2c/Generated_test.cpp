@@ -1,147 +1,94 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 //
-// The code made of TEMPLATE-TEST-MIB, which has one of each kind.
-#include <gmock/gmock.h>
+// The types and first values in the code made of TEMPLATE-TEST-MIB, which has
+// one of each kind.
 #include <gtest/gtest.h>
 
+#include <array>
+#include <cstdint>
 #include <string>
+#include <tuple>
+#include <type_traits>
 
-#include "NetSNMPAgentGuard.h"
-#include "support/Session.h"
-#include "testScalars.h"
-#include "testTables.h"
-
-using testing::ElementsAre;
-using testing::HasSubstr;
+#include "everything.h"
 
 namespace {
 
-constexpr char kScalars[] = ".1.3.6.1.4.1.32473.98.1";
-constexpr char kTables[] = ".1.3.6.1.4.1.32473.98.2";
+using namespace everything_mib;
 
-std::string Scalar(int number) {
-  return std::string(kScalars) + "." + std::to_string(number) + ".0";
+template <typename Expected, typename T>
+constexpr bool Is = std::is_same_v<Expected, T>;
+
+TEST(GeneratedRow, BeginsWithWhatDefvalSays) {
+  const TestMadeEntry row;
+  EXPECT_EQ(row.testMadeNumber, -7);
+  EXPECT_EQ(row.testMadeLarge, 4294967295U);
+  EXPECT_EQ(row.testMadeState, TestState::TwoWords);
+  EXPECT_TRUE(row.testMadeTruth);
+  EXPECT_EQ(row.testMadeText, "a 'text'");
+  EXPECT_EQ(row.testMadeOctets, "\xff\x01");
+  EXPECT_EQ(row.testMadeMac, (std::array<std::uint8_t, 6>{10, 0, 0, 0, 0, 1}));
+  EXPECT_EQ(row.testMadeBits.Octets(), "\xc0");
+  EXPECT_EQ(row.testMadeNoBits.Octets(), "");
+  EXPECT_EQ(row.testMadePointer, snmp::Oid("1.3.6.1.4.1.32473.98.1.1"));
+  EXPECT_EQ(row.testMadeAddress, snmp::IpAddress(192, 0, 2, 1));
+  EXPECT_EQ(row.testMadeWait.value, 300U);
+  EXPECT_EQ(row.testMadeStorage, snmp::StorageType::Volatile);
 }
 
-class GeneratedScalars : public testing::Test {
- protected:
-  GeneratedScalars() {
-    BuildTestScalars(variables_);
-    session_.Connect();
-  }
-
-  // Something else than zero, and all different.
-  void SetAll() {
-    const NetSNMPAgentGuard guard;
-    variables_.testInteger = -5;
-    variables_.testEnumeration = 2;
-    variables_.testUnsigned = 4294967295;
-    variables_.testGauge = 7;
-    variables_.testCounter = 8;
-    variables_.testTicks = 100;
-    variables_.testBigCounter = {1, 2};
-    variables_.testTruth = true;
-    variables_.testText = "text";
-    variables_.testBytes[2] = 0xff;
-    variables_.testBits = std::string(1, '\xc0');
-    variables_.testAddress[0] = 192;
-    variables_.testObjectId[0] = 1;
-    variables_.testObjectId[1] = 3;
-    variables_.testOpaque = "\x04\x01!";
-    variables_.default_ = 15;
-  }
-
-  TestScalars variables_;
-  support::Session session_;
-};
-
-TEST_F(GeneratedScalars, ShowTheVariablesWithTheTypesOfTheMib) {
-  SetAll();
-  EXPECT_THAT(
-      session_.Manager().Objects(kScalars),
-      ElementsAre(
-          Scalar(1) + " = INTEGER: -5", Scalar(2) + " = INTEGER: 2",
-          Scalar(3) + " = Gauge32: 4294967295", Scalar(4) + " = Gauge32: 7",
-          Scalar(5) + " = Counter32: 8",
-          Scalar(6) + " = Timeticks: (100) 0:00:01.00",
-          Scalar(7) + " = Counter64: 4294967298", Scalar(8) + " = INTEGER: 1",
-          Scalar(9) + " = STRING: \"text\"",
-          Scalar(10) + " = Hex-STRING: 00 00 FF ",
-          Scalar(11) + " = Hex-STRING: C0 ",
-          Scalar(12) + " = IpAddress: 192.0.0.0", Scalar(13) + " = OID: .1.3",
-          Scalar(14) + " = OPAQUE: 04 01 21 ", Scalar(15) + " = INTEGER: 15"));
+TEST(GeneratedRow, BeginsWithAValueOfItsSyntaxWithoutDefval) {
+  EXPECT_EQ(TestMadeEntry().testMadeRequired, 1);
+  EXPECT_EQ(TestGapEntry().testMoreLost, 2);
+  EXPECT_EQ(TestPortEntry().testPortState, TestState::Unknown);
 }
 
-TEST_F(GeneratedScalars, LetManagersWriteWhatTheMibLetsThemWrite) {
-  EXPECT_TRUE(session_
-                  .Set({Scalar(1), "i", "3", Scalar(8), "i", "1", Scalar(9),
-                        "s", "written"})
-                  .Succeeded());
-  const NetSNMPAgentGuard guard;
-  EXPECT_EQ(variables_.testInteger, 3);
-  EXPECT_TRUE(variables_.testTruth);
-  EXPECT_EQ(variables_.testText, "written");
+TEST(GeneratedRow, HasTheColumnsThatAugmentItAndThoseThatAreOnlySent) {
+  static_assert(Is<std::int32_t, decltype(TestGapEntry::testMoreFound)>);
+  static_assert(Is<std::uint32_t, decltype(TestGapEntry::testGapSent)>);
+  static_assert(Is<TestGapTable, TestMoreTable>);
 }
 
-TEST_F(GeneratedScalars, RefuseWritesOfTheOthers) {
-  EXPECT_THAT(session_.Set({Scalar(3), "u", "3"}).error,
-              HasSubstr("notWritable"));
-  const NetSNMPAgentGuard guard;
-  EXPECT_EQ(variables_.testUnsigned, 0U);
+TEST(GeneratedEnumeration, HasEachLabelOnce) {
+  EXPECT_EQ(static_cast<int>(TestState::Broken), -1);
+  EXPECT_EQ(static_cast<int>(TestState::True), 1);
+  EXPECT_EQ(static_cast<int>(TestState::TwoWords), 3);
+  EXPECT_EQ(static_cast<int>(TestState::TwoWords2), 4);
+  EXPECT_EQ(static_cast<int>(TestState::Large), 2147483647);
 }
 
-class GeneratedTables : public testing::Test {
- protected:
-  GeneratedTables() {
-    gapRow_.testGapSigned = 4;
-    gapRow_.testGapTruth = 2;
-    gapRow_.testGapName = "four";
-    gapRow_.testGapCount = 44;
-    gapTable_.Add(gapRow_);
-    moreRow_.testGapSigned = 4;
-    moreRow_.testGapTruth = 2;
-    moreRow_.testMoreFound = 45;
-    moreTable_.Add(moreRow_);
-    session_.Connect();
-  }
-
-  // A cell of the row, of the column below the tables' node.
-  static std::string Cell(const std::string& column) {
-    return std::string(kTables) + "." + column + ".4.2";
-  }
-
-  TestGapEntry gapRow_;
-  TestMoreEntry moreRow_;
-  support::Session session_;
-  TestGapTable gapTable_;
-  TestMoreTable moreTable_;
-};
-
-TEST_F(GeneratedTables, ServeEachColumnUnderItsNumberAndPassOverGaps) {
-  EXPECT_THAT(session_.Manager().Objects(kTables),
-              ElementsAre(Cell("1.1.3") + " = STRING: \"four\"",
-                          Cell("1.1.7") + " = Counter32: 44",
-                          Cell("2.1.3") + " = INTEGER: 45"));
+TEST(GeneratedKey, IsWhatTheIndexSays) {
+  static_assert(Is<std::tuple<std::int32_t, bool>, TestGapKey>);
+  static_assert(Is<std::tuple<snmp::InetAddress, snmp::InetAddressType,
+                              std::array<std::uint8_t, 4>>,
+                   TestHostKey>);
+  static_assert(
+      Is<std::tuple<std::uint32_t, TestState, std::string,
+                    std::array<std::uint8_t, 6>, snmp::IpAddress, snmp::Oid,
+                    snmp::Bits<TestEveryBits>, snmp::TimeTicks, std::string,
+                    snmp::Implied<std::string>>,
+         TestEveryKey>);
+  static_assert(Is<snmp::Table<std::int32_t, TestPortEntry>, TestPortTable>);
 }
 
-TEST_F(GeneratedTables, HaveNoInstanceInAGap) {
-  EXPECT_THAT(session_.Manager().Get(Cell("1.1.4")).out,
-              HasSubstr("No Such Instance"));
+TEST(GeneratedNotification, TakesTheRowsAndValuesThatTheAgentDoesNotHave) {
+  using O = Objects;
+  static_assert(Is<void (O::*)(std::uint32_t, std::uint32_t),
+                   decltype(&O::SendTestOfScalars)>);
+  static_assert(Is<void (O::*)(const TestGapKey&, const TestGapEntry&),
+                   decltype(&O::SendTestOfARow)>);
+  static_assert(Is<void (O::*)(), decltype(&O::SendTestOfNothing)>);
+  static_assert(Is<void (O::*)(const std::string&, const TestMadeEntry&,
+                               const std::string&, const TestMadeEntry&),
+                   decltype(&O::SendTestOfTwoRows)>);
+  static_assert(
+      Is<void (O::*)(std::int32_t, const std::string&, const TestPortEntry&),
+         decltype(&O::SendTestOfAnotherModule)>);
 }
 
-TEST_F(GeneratedTables, LetManagersWriteTheVariableOfARow) {
-  EXPECT_TRUE(session_.Set({Cell("1.1.3"), "s", "new"}).Succeeded());
-  EXPECT_THAT(session_.Set({Cell("1.1.7"), "u", "1"}).error,
-              HasSubstr("notWritable"));
-  const NetSNMPAgentGuard guard;
-  EXPECT_EQ(gapRow_.testGapName, "new");
-  EXPECT_EQ(gapRow_.testGapCount, 44U);
-}
-
-TEST_F(GeneratedTables, ForgetARowThatIsRemoved) {
-  gapTable_.Remove(gapRow_);
-  EXPECT_THAT(session_.Manager().Objects(kTables),
-              ElementsAre(Cell("2.1.3") + " = INTEGER: 45"));
+TEST(GeneratedObjects, HaveNamesThatAreNoWordsOfCpp) {
+  static_assert(Is<snmp::Scalar<std::int32_t>, decltype(Objects::default_)>);
+  static_assert(Is<snmp::Scalar<std::int32_t>, decltype(Objects::errno_)>);
+  static_assert(Is<snmp::Scalar<std::int32_t>, decltype(Objects::module_)>);
 }
 
 }  // namespace
