@@ -89,7 +89,10 @@ class Scalar {
   T Get() const {
     const AgentLock lock = Lock();
     std::optional<T> value = state_->Load();
-    if (!value) throw std::logic_error("the scalar has no instance now");
+    if (!value) {
+      throw std::logic_error(ToString(state_->Name()) +
+                             ": the scalar has no instance now");
+    }
     return *std::move(value);
   }
 
@@ -98,7 +101,8 @@ class Scalar {
   void Set(const T& value) {
     const AgentLock lock = Lock();
     if (state_->Store(value) != SetError::None) {
-      throw std::logic_error("the scalar's value is not here to be set");
+      throw std::logic_error(ToString(state_->Name()) +
+                             ": a function tells the value");
     }
   }
 

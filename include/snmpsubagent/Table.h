@@ -368,7 +368,8 @@ class Table {
     IndexWriter index;
     IndexSyntax<Key>::Write(index, key);
     if (!detail::CanBeIndex(key) || !state_->HasRoomFor(index.View())) {
-      throw std::invalid_argument("a key that can't be an index");
+      throw std::invalid_argument(ToString(state_->Name()) +
+                                  ": a key that can't be an index");
     }
   }
 

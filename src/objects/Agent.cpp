@@ -20,7 +20,10 @@ Agent::Agent(std::string description, AgentOptions options)
     : state_(std::make_shared<detail::AgentState>(std::move(description),
                                                   std::move(options))) {}
 
-Agent::~Agent() { state_->Stop(); }
+Agent::~Agent() {
+  state_->Stop();
+  state_->ReportIfItNeverRan();
+}
 
 void Agent::Start() { state_->Start(); }
 void Agent::Run() { state_->Run(); }

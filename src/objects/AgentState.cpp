@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "objects/Stopwatch.h"
 #include "snmpsubagent/detail/Clock.h"
 
 namespace snmpsubagent::detail {
@@ -27,6 +28,10 @@ AgentOptions Checked(AgentOptions options) {
 
 agentx::SessionOptions SessionOptionsOf(std::string description,
                                         const AgentOptions& options) {
+  if (description.empty()) {
+    throw std::invalid_argument(
+        "an agent needs a description, with which its log lines begin");
+  }
   if (description.size() > 255) {
     throw std::invalid_argument("a description has at most 255 octets");
   }
@@ -64,6 +69,7 @@ void AgentState::Open(Mode mode) {
       session_, master_, options_.responseTimeout,
       [this](auto lookUpAndTell) { LookUp(std::move(lookUpAndTell)); });
   mode_ = mode;
+  hasRun_ |= mode != Mode::Polled;
   session_.Start(Now());
   connection_->Wake();
 }
@@ -102,6 +108,7 @@ int AgentState::Poll() {
 void AgentState::Dispatch() {
   const std::lock_guard lock(mutex_);
   if (const auto connection = connection_) {
+    hasRun_ = true;
     Serve(*connection, connection->Wait(true));
   }
 }
@@ -109,7 +116,9 @@ void AgentState::Dispatch() {
 void AgentState::Loop(const std::shared_ptr<Connection>& connection) {
   while (true) {
     const Connection::Events events = connection->Wait(false);
+    const Stopwatch watch;
     const std::lock_guard lock(mutex_);
+    if (watch.HasLongPassed()) ReportHeldLock();
     if (!Serve(*connection, events)) return;
   }
 }
@@ -204,6 +213,7 @@ void AgentState::AddCapability(const Oid& id, const std::string& description) {
 
 std::uint32_t AgentState::Register(agentx::Registration registration) {
   const std::uint32_t id = session_.Register(std::move(registration), Now());
+  hasModules_ = true;
   Update();
   return id;
 }
@@ -258,6 +268,31 @@ SetError AgentState::ReportException(OidView where) noexcept {
   return SetError::GenErr;
 }
 
+void AgentState::ReportLostAnswer(OidView where) noexcept {
+  IfThereIsMemory([&] {
+    Log(LogLevel::Error,
+        ToString(where) +
+            ": the last copy of a Later is gone and has not been answered");
+  });
+}
+
+void AgentState::ReportSlowFunction(OidView where) noexcept {
+  IfThereIsMemory([&] {
+    Log(LogLevel::Warning,
+        ToString(where) +
+            ": a function of the application took more than a second, in which "
+            "nothing else was served; answer with a Later");
+  });
+}
+
+void AgentState::ReportHeldLock() noexcept {
+  IfThereIsMemory([&] {
+    Log(LogLevel::Warning,
+        "the application held the agent's lock for more than a second, in "
+        "which nothing was served");
+  });
+}
+
 // Telling is all that is lost when there is no memory for it.
 template <typename Telling>
 void AgentState::IfThereIsMemory(const Telling& tell) noexcept {
@@ -265,6 +300,16 @@ void AgentState::IfThereIsMemory(const Telling& tell) noexcept {
     tell();
   } catch (const std::bad_alloc&) {
   }
+}
+
+void AgentState::ReportIfItNeverRan() noexcept {
+  const std::lock_guard lock(mutex_);
+  if (hasRun_ || !hasModules_) return;
+  IfThereIsMemory([&] {
+    Log(LogLevel::Warning,
+        "nothing was served: the agent has never run; call Start() or Run(), "
+        "or Dispatch() when Poll() says so");
+  });
 }
 
 void AgentState::OnOpened() {
@@ -285,7 +330,15 @@ void AgentState::OnEnded(std::string_view reason) {
 }
 
 void AgentState::OnAttemptFailed(std::string_view reason) {
-  IfThereIsMemory([&] { Log(LogLevel::Warning, std::string(reason)); });
+  IfThereIsMemory([&] {
+    const bool namesMaster =
+        reason.find(options_.master) != std::string_view::npos;
+    Log(LogLevel::Warning, namesMaster
+                               ? std::string(reason)
+                               : "no session with " + options_.master + ": " +
+                                     std::string(reason) +
+                                     "; is that the agentXSocket of snmpd?");
+  });
 }
 
 void AgentState::OnRequest(const agentx::Request& request,
@@ -304,7 +357,11 @@ void AgentState::TellRefusal(std::uint32_t id) {
   Log(LogLevel::Error,
       ToString(refusal.subtree) +
           ": the master agent refuses to register this subtree: " +
-          refusal.reason + "; it is tried again until its owner leaves");
+          refusal.reason +
+          (refused->error == agentx::Error::DuplicateRegistration
+               ? "; another subagent or module has it, and it is tried again "
+                 "until that leaves"
+               : "; it is tried again"));
   const auto function = onRefusal_;
   if (!function || !*function) return;
   try {

@@ -76,6 +76,9 @@ class AgentState final : public std::enable_shared_from_this<AgentState>,
   void Notify(std::vector<std::uint8_t> varbinds, const std::string& context,
               NotificationFunction outcome);
 
+  // Logs it if there was something to serve and nobody has.
+  void ReportIfItNeverRan() noexcept;
+
   // Sends what has been queued and minds new deadlines. To be called by whoever
   // has changed something; within a request it is done at its end.
   void Update();
@@ -83,6 +86,10 @@ class AgentState final : public std::enable_shared_from_this<AgentState>,
   void Log(LogLevel level, const std::string& line) { log_.Write(level, line); }
   // Logs the exception that is being handled; returns GenErr.
   SetError ReportException(OidView where) noexcept;
+  // Log what the application has done to a request: dropped a Later without an
+  // answer, or kept everybody waiting.
+  void ReportLostAnswer(OidView where) noexcept;
+  void ReportSlowFunction(OidView where) noexcept;
 
  private:
   enum class Mode { Stopped, Thread, Caller, Polled };
@@ -106,6 +113,7 @@ class AgentState final : public std::enable_shared_from_this<AgentState>,
   void IfThereIsMemory(const Telling& tell) noexcept;
   void TellSession(bool connected, std::string_view reason);
   void TellRefusal(std::uint32_t id);
+  void ReportHeldLock() noexcept;
 
   mutable AgentMutex mutex_;
   const AgentOptions options_;
@@ -118,6 +126,8 @@ class AgentState final : public std::enable_shared_from_this<AgentState>,
   std::shared_ptr<Connection> connection_;  // while it is not stopped
   std::thread thread_;
   bool serving_ = false;
+  bool hasRun_ = false;      // started, or dispatched
+  bool hasModules_ = false;  // or had some
   std::uint64_t epoch_ = 0;
   std::condition_variable_any opened_;
 

@@ -1,5 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 #include <algorithm>
+#include <cstdint>
+#include <limits>
 #include <stdexcept>
 
 #include "snmpsubagent/Access.h"
@@ -45,6 +47,28 @@ bool IsNumber(ValueType type) {
          type == ValueType::Counter64;
 }
 
+// The numbers that a type has; of 64 bits, those that a range can name.
+Bounds NumbersOf(ValueType type) {
+  switch (type) {
+    case ValueType::Integer:
+      return {std::numeric_limits<std::int32_t>::min(),
+              std::numeric_limits<std::int32_t>::max()};
+    case ValueType::Counter64:
+      return {0, std::numeric_limits<std::int64_t>::max()};
+    default:
+      return {0, std::numeric_limits<std::uint32_t>::max()};
+  }
+}
+
+void RequireWithin(const Bounds& range, ValueType type, OidView object) {
+  const Bounds numbers = NumbersOf(type);
+  if (numbers.first <= range.first && range.second <= numbers.second) return;
+  throw std::invalid_argument(
+      ToString(object) + ": the range from " + std::to_string(range.first) +
+      " to " + std::to_string(range.second) + " is beyond the type's, " +
+      std::to_string(numbers.first) + " to " + std::to_string(numbers.second));
+}
+
 }  // namespace
 
 void Constraints::AddRange(std::int64_t lowest, std::int64_t highest) {
@@ -80,6 +104,7 @@ void Constraints::RequireFor(ValueType type, OidView object) const {
     throw std::invalid_argument(ToString(object) +
                                 ": Range() and Values() are for numbers");
   }
+  for (const Bounds& range : ranges_) RequireWithin(range, type, object);
   if ((!sizes_.empty() || HasBits()) && !IsOctets(type)) {
     throw std::invalid_argument(ToString(object) +
                                 ": Size() and NamedBits() are for octets");

@@ -3,6 +3,8 @@
 
 #include <utility>
 
+#include "objects/DeferredCall.h"
+
 namespace snmpsubagent::detail {
 
 LaterCall::~LaterCall() = default;
@@ -10,6 +12,6 @@ LaterCall::~LaterCall() = default;
 LaterAnswer::LaterAnswer(std::shared_ptr<LaterCall> call)
     : call_(std::move(call)) {}
 
-LaterAnswer::~LaterAnswer() { call_->Set(SetError::GenErr); }
+LaterAnswer::~LaterAnswer() { static_cast<DeferredCall&>(*call_).Lose(); }
 
 }  // namespace snmpsubagent::detail

@@ -8,10 +8,9 @@
 #include "objects/ModuleState.h"
 
 namespace snmpsubagent::detail {
-
 ManagedObject::ManagedObject(std::shared_ptr<ModuleState> module,
                              std::string_view oid, OidView instance)
-    : module_(std::move(module)),
+    : module_(Existing(std::move(module))),
       name_(module_->Resolve(oid) + instance),
       size_(static_cast<std::uint8_t>(name_.size() - instance.size())) {}
 

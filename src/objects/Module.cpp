@@ -36,17 +36,17 @@ Module& Module::operator=(Module&& other) noexcept {
 }
 
 void Module::AddSubtree(std::string_view subtree) {
-  const AgentLock lock(state_->Agent());
+  const AgentLock lock(detail::Existing(state_)->Agent());
   state_->AddSubtree(Oid(subtree));
 }
 
 void Module::Check(std::function<SetError(const SetChange&)> check) {
-  const AgentLock lock(state_->Agent());
+  const AgentLock lock(detail::Existing(state_)->Agent());
   state_->SetCheck(std::move(check));
 }
 
 bool Module::IsRegistered() const {
-  const AgentLock lock(state_->Agent());
+  const AgentLock lock(detail::Existing(state_)->Agent());
   return state_->IsRegistered();
 }
 

@@ -2,6 +2,7 @@
 #include "objects/ModuleState.h"
 
 #include <algorithm>
+#include <iterator>
 #include <mutex>
 #include <stdexcept>
 #include <string>
@@ -9,6 +10,7 @@
 
 #include "objects/AgentState.h"
 #include "objects/ObjectIndex.h"
+#include "objects/TimedCall.h"
 #include "snmpsubagent/SetChange.h"
 
 namespace snmpsubagent::detail {
@@ -27,6 +29,18 @@ ModuleOptions WithDefaults(ModuleOptions options, const AgentState& agent) {
   }
   if (options.context.empty()) options.context = agent.Options().context;
   return options;
+}
+
+// Whether it looks as if only the dot in front were missing, which says that it
+// is a whole OID: nobody has these below a subtree of their own.
+bool LacksItsDot(OidView oid, OidView subtree) {
+  static constexpr SubIdentifier kBegins[][6] = {
+      {1, 3, 6, 1, 2, 1}, {1, 3, 6, 1, 4, 1}, {1, 3, 6, 1, 6, 3}};
+  return oid.StartsWith(subtree) ||
+         std::any_of(std::begin(kBegins), std::end(kBegins),
+                     [&](const auto& begin) {
+                       return oid.StartsWith(OidView(begin, 6));
+                     });
 }
 
 Oid NonEmpty(Oid oid) {
@@ -79,7 +93,14 @@ std::chrono::milliseconds ModuleState::AnswerTime() const {
 Oid ModuleState::Resolve(std::string_view text) const {
   const std::lock_guard lock(agent_->Mutex());
   const bool isWhole = !text.empty() && text.front() == '.';
-  const Oid oid = isWhole ? Oid(text) : subtrees_.front() + Oid(text);
+  const Oid given(text);
+  if (!isWhole && LacksItsDot(given, subtrees_.front())) {
+    throw std::invalid_argument("'" + std::string(text) +
+                                "' is a whole OID: put a dot in front, or "
+                                "leave out what the module " +
+                                ToString(subtrees_.front()) + " has");
+  }
+  const Oid oid = isWhole ? given : subtrees_.front() + given;
   const bool isOurs = std::any_of(
       subtrees_.begin(), subtrees_.end(),
       [&](const Oid& subtree) { return oid.View().StartsWith(subtree); });
@@ -107,11 +128,17 @@ void ModuleState::SetCheck(CheckFunction check) {
 SetError ModuleState::AskCheck(const Transaction& transaction) {
   const auto check = check_;
   if (!check) return SetError::None;
+  const TimedCall timed(*agent_, subtrees_.front());
   try {
     return (*check)(SetChange(transaction));
   } catch (...) {
     return agent_->ReportException(subtrees_.front());
   }
+}
+
+std::shared_ptr<ModuleState> Existing(std::shared_ptr<ModuleState> module) {
+  if (!module) throw std::logic_error("the module has been moved elsewhere");
+  return module;
 }
 
 }  // namespace snmpsubagent::detail

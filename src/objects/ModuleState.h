@@ -55,6 +55,10 @@ class ModuleState : public std::enable_shared_from_this<ModuleState> {
   std::shared_ptr<CheckFunction> check_;
 };
 
+// The same module. Throws std::logic_error for null, which a Module has that
+// was moved elsewhere.
+std::shared_ptr<ModuleState> Existing(std::shared_ptr<ModuleState> module);
+
 }  // namespace snmpsubagent::detail
 
 #endif  // SNMPSUBAGENT_OBJECTS_MODULESTATE_H_

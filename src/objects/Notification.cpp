@@ -36,7 +36,7 @@ void Append(agentx::VarbindWriter& varbinds, detail::AgentState& agent,
 }  // namespace
 
 Notification::Notification(Module& module, std::string_view oid)
-    : module_(module.State()), oid_(module_->Resolve(oid)) {}
+    : module_(detail::Existing(module.State())), oid_(module_->Resolve(oid)) {}
 
 void Notification::Send(const std::vector<NotificationObject>& objects,
                         NotificationFunction outcome) {

@@ -19,6 +19,17 @@ void ReadCall::Absent() { Give(Answer::Absent, {}); }
 
 void ReadCall::Set(SetError) { Give(Answer::Failed, {}); }
 
+void ReadCall::Lose() {
+  const auto agent = agent_.lock();
+  if (!agent) return;
+  const std::lock_guard lock(agent->Mutex());
+  const auto request = request_.lock();
+  if (request && MissesAnswer(suspended_)) {
+    agent->ReportLostAnswer(request->Context().Name());
+  }
+  Set(SetError::GenErr);
+}
+
 void ReadCall::Give(Answer answer,
                     const std::function<void(ValueWriter&)>& write) {
   const auto agent = agent_.lock();

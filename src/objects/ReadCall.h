@@ -5,20 +5,21 @@
 #include <functional>
 #include <memory>
 
+#include "objects/DeferredCall.h"
 #include "objects/ReadRequest.h"
-#include "snmpsubagent/Later.h"
 
 namespace snmpsubagent::detail {
 
 // One value of a request that the application answers when it can, also while
 // its function is still running.
-class ReadCall final : public LaterCall {
+class ReadCall final : public DeferredCall {
  public:
   explicit ReadCall(ReadRequest& request);
 
   void Value(const std::function<void(ValueWriter&)>& write) override;
   void Absent() override;
   void Set(SetError error) override;
+  void Lose() override;
 
   // Under the agent's lock.
   Answer Result() const { return result_; }

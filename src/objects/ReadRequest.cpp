@@ -7,6 +7,7 @@
 #include "objects/ModuleState.h"
 #include "objects/ObjectIndex.h"
 #include "objects/ReadCall.h"
+#include "objects/TimedCall.h"
 #include "snmpsubagent/detail/Clock.h"
 #include "snmpsubagent/detail/Requests.h"
 
@@ -160,6 +161,7 @@ template <typename Read>
 Answer ReadRequest::ReadSafely(const ManagedObject& object, const Read& read) {
   const std::size_t place = writer_->Varbinds().Place();
   answerTime_ = object.Module().AnswerTime();
+  const TimedCall timed(agent_, object.Name());
   try {
     return read();
   } catch (...) {

@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 #include "snmpsubagent/detail/ScalarState.h"
 
+#include <stdexcept>
 #include <utility>
 
 #include "objects/ReadContext.h"
@@ -19,6 +20,11 @@ ScalarState::ScalarState(std::shared_ptr<ModuleState> module,
       constraints_(std::move(constraints)),
       type_(type),
       writable_(writable) {
+  if (Name()[Name().size() - 1] == 0) {
+    throw std::invalid_argument(
+        ToString(Name()) +
+        ": an object's OID does not end in 0; leave out the instance");
+  }
   if (constraints_) constraints_->RequireFor(type, Name());
 }
 

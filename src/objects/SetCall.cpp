@@ -24,4 +24,15 @@ void SetCall::Set(SetError error) {
   agent->Update();
 }
 
+void SetCall::Lose() {
+  const auto agent = agent_.lock();
+  if (!agent) return;
+  const std::lock_guard lock(agent->Mutex());
+  const auto transaction = transaction_.lock();
+  if (transaction && MissesAnswer(suspended_)) {
+    agent->ReportLostAnswer(transaction->CurrentName());
+  }
+  Set(SetError::GenErr);
+}
+
 }  // namespace snmpsubagent::detail

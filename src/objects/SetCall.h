@@ -5,20 +5,21 @@
 #include <memory>
 #include <optional>
 
+#include "objects/DeferredCall.h"
 #include "objects/Transaction.h"
-#include "snmpsubagent/Later.h"
 
 namespace snmpsubagent::detail {
 
 // A step of a SET that the application answers when it can, also while its
 // function is still running.
-class SetCall final : public LaterCall {
+class SetCall final : public DeferredCall {
  public:
   explicit SetCall(Transaction& transaction);
 
   void Value(const std::function<void(ValueWriter&)>&) override {}
   void Absent() override {}
   void Set(SetError error) override;
+  void Lose() override;
 
   // Under the agent's lock.
   bool Result(SetError& error) const {

@@ -6,6 +6,7 @@
 #include <string>
 #include <utility>
 
+#include "objects/AgentState.h"
 #include "objects/ReadContext.h"
 #include "snmpsubagent/detail/Requests.h"
 
@@ -138,6 +139,7 @@ bool TableState::HasObjectAt(OidView instance) const {
 
 Answer TableState::ReadNext(OidView instance, bool include,
                             ReadContext& context) {
+  if (columns_.empty()) Warn("the table has no columns yet; see Column()");
   OidView index;
   auto column = columns_.cbegin();
   bool isIncluded = false;
@@ -175,6 +177,10 @@ Answer TableState::ReadColumn(const NumberedColumn& column, OidView index,
     turn = 1 - turn;
   }
   return Answer::Absent;
+}
+
+void TableState::Warn(const char* what) const {
+  Agent()->Log(LogLevel::Warning, ToString(Name()) + ": " + what);
 }
 
 // In the order of RFC 3416, 4.2.5.
@@ -233,7 +239,12 @@ SetError TableState::FindStaged(const NumberedColumn& column, OidView index,
   }
   RowView row;
   const bool exists = rows_->Find(index, row);
-  if (!exists && !rows_->HasStatus()) return SetError::NoCreation;
+  if (!exists && !rows_->HasStatus()) {
+    if (column.column->canCreate) {
+      Warn("managers make no rows, since the table has no RowStatus()");
+    }
+    return SetError::NoCreation;
+  }
   if (exists) {
     const SetError error =
         CheckStorage(rows_->StorageOf(row.row), column.column.get());

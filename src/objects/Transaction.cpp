@@ -8,6 +8,7 @@
 #include "objects/ModuleState.h"
 #include "objects/ObjectIndex.h"
 #include "objects/SetCall.h"
+#include "objects/TimedCall.h"
 #include "snmpsubagent/detail/Clock.h"
 #include "snmpsubagent/detail/Requests.h"
 
@@ -131,6 +132,7 @@ Transaction::Failure Transaction::CheckChange(std::size_t which) {
   Change& change = *changes_[which];
   std::uint16_t varbind = varbinds_[which];
   SetError error = SetError::None;
+  const TimedCall timed(agent_, change.Object().Name());
   try {
     if (change.Object().IsServed()) error = change.Check(varbind);
   } catch (...) {
@@ -189,6 +191,7 @@ void Transaction::Cleanup() {
     const auto keep = shared_from_this();
     phase_ = Phase::Ended;
     for (const auto& change : changes_) {
+      const TimedCall timed(agent_, change->Object().Name());
       try {
         change->Finish();
       } catch (...) {
@@ -239,9 +242,12 @@ Change& Transaction::Current() const {
   return *changes_[phase_ == Phase::Committing ? next_ : next_ - 1];
 }
 
+OidView Transaction::CurrentName() const { return Current().Object().Name(); }
+
 Step Transaction::CallCurrent() {
   Change& change = Current();
   const Running running(*this);
+  const TimedCall timed(agent_, change.Object().Name());
   try {
     return phase_ == Phase::Committing ? change.Commit(*this)
                                        : change.Undo(*this);

@@ -65,6 +65,8 @@ class Transaction : public std::enable_shared_from_this<Transaction> {
   // For Change::Commit() and Change::Undo() that are answered later.
   std::shared_ptr<LaterCall> MakeCall();
   bool Answered(SetError& error) const;
+  // The object whose step is to be answered later.
+  OidView CurrentName() const;
   // The answer has come while nothing of the transaction was running.
   void Resume(SetError error);
 

@@ -82,6 +82,7 @@ class SNMPSUBAGENT_OBJECTS_EXPORT TableState : public ManagedObject {
   };
   using Columns = std::vector<NumberedColumn>;
 
+  void Warn(const char* what) const;
   Columns::const_iterator PlaceFrom(SubIdentifier number) const;
   Answer ReadCell(const NumberedColumn& column, const RowView& row,
                   OidView index, ReadContext& context);

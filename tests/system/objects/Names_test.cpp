@@ -16,7 +16,7 @@ namespace {
 TEST(ASubIdentifier, OfUpTo32BitsNamesAnObject) {
   Served served;
   std::vector<snmp::Scalar<int>> scalars;
-  const std::vector<std::string> oids{"0", "2147483647", "2147483648",
+  const std::vector<std::string> oids{"0.1", "2147483647", "2147483648",
                                       "4294967294", "4294967295"};
   for (const std::string& oid : oids) {
     scalars.emplace_back(served.module, oid, 7, snmp::ReadWrite());
