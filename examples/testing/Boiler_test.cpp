@@ -6,12 +6,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 #include <snmpsubagent/testing.h>
+#include <snmpsubagent/testing/Matchers.h>
 
 #include <chrono>
 
 namespace snmp = snmpsubagent;
 using snmp::testing::ErrorStatus;
 using snmp::testing::Varbind;
+using testing::ElementsAre;
 
 namespace {
 
@@ -44,10 +46,9 @@ TEST_F(BoilerTest, TakesALimitUpTo90) {
 
 TEST_F(BoilerTest, TellsWhenItGetsTooHot) {
   boiler.Measured(81);
-  const snmp::testing::Notification hot = master.NextNotification();
-  EXPECT_EQ(hot.name, snmp::Oid(kHot));
-  EXPECT_THAT(hot.varbinds,
-              testing::ElementsAre(Varbind{kCelsius, 81}, Varbind{kLimit, 80}));
+  EXPECT_THAT(master.NextNotification(),
+              snmp::testing::Tells(kHot, ElementsAre(Varbind{kCelsius, 81},
+                                                     Varbind{kLimit, 80})));
 }
 
 TEST_F(BoilerTest, IsServedAgainAfterAnHourWithoutMaster) {

@@ -9,6 +9,8 @@
 //   CheckMib  compares what is served with the MIB
 //   Clock     virtual time
 //   Loop      an event loop on the thread of the test
+//
+// With GoogleTest, <snmpsubagent/testing/Matchers.h> has matchers beside it.
 #include "snmpsubagent/testing/CheckMib.h"
 #include "snmpsubagent/testing/Clock.h"
 #include "snmpsubagent/testing/Loop.h"

@@ -33,6 +33,10 @@ testkit::FileDescriptor ListenerAt(const std::string& path) {
       socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0));
   sockaddr_un address{};
   address.sun_family = AF_UNIX;
+  if (path.size() >= sizeof address.sun_path) {
+    throw std::system_error(ENAMETOOLONG, std::generic_category(),
+                            path + " (TMPDIR is too long for a socket)");
+  }
   path.copy(address.sun_path, sizeof address.sun_path - 1);
   if (bind(listener.Number(), reinterpret_cast<const sockaddr*>(&address),
            sizeof address) != 0 ||

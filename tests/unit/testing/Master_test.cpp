@@ -1,10 +1,14 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+#include <stdlib.h>
 
+#include <filesystem>
+#include <system_error>
 #include <thread>
 
 #include "Thermometer.h"
+#include "testkit/ScratchDirectory.h"
 
 namespace {
 
@@ -181,10 +185,19 @@ TEST_F(Master, AsksInAContext) {
   EXPECT_EQ(master_.Get(kCelsius), snmp::ValueType::NoSuchObject);
 }
 
-TEST(MasterAlone, ThrowsWhatItHasWhenItWaitsInVain) {
+TEST(MasterAlone, WaitsForNothing) {
   snmp::testing::Master master;
   EXPECT_NO_THROW(master.WaitForRegistrations(0));
   EXPECT_NO_THROW(master.WaitUntilAlone());
+}
+
+TEST(MasterAlone, SaysThatItsSocketHasNoRoom) {
+  const testkit::ScratchDirectory directory;
+  const auto deep = directory.Path() / std::string(100, 'x');
+  std::filesystem::create_directory(deep);
+  setenv("TMPDIR", deep.c_str(), 1);
+  EXPECT_THROW(snmp::testing::Master(), std::system_error);
+  unsetenv("TMPDIR");
 }
 
 TEST(MasterAlone, ServesAnAgentThatRunsOnAThreadOfTheTest) {

@@ -6,6 +6,7 @@
 #include <cmath>
 #include <sstream>
 
+#include "snmpsubagent/testing/Matchers.h"
 #include "snmpsubagent/testing/Response.h"
 
 namespace {
@@ -76,8 +77,41 @@ TEST(Value, ReadsWellInAMessage) {
   EXPECT_EQ(testing::PrintToString(Value(7U)), "Gauge32 7");
 }
 
+using snmp::testing::ErrorStatus;
+using snmp::testing::Varbind;
+
+const snmp::testing::Response kRefused{
+    ErrorStatus::WrongLength, 2, {{"1.3.6.1", 5}}};
+const snmp::testing::Response kAnswered{
+    ErrorStatus::NoError, 0, {{"1.3.6.1", 5}}};
+
+TEST(Response, MatchesAsItIs) {
+  using snmp::testing::Has;
+  using snmp::testing::IsRefused;
+  using snmp::testing::Succeeded;
+  using testing::ElementsAre;
+  using testing::Not;
+  EXPECT_THAT(kRefused, IsRefused(ErrorStatus::WrongLength, 2));
+  EXPECT_THAT(kRefused, Not(IsRefused(ErrorStatus::WrongLength, 1)));
+  EXPECT_THAT(kRefused, Not(IsRefused(ErrorStatus::WrongValue, 2)));
+  EXPECT_THAT(kRefused, Not(Succeeded()));
+  EXPECT_THAT(kRefused, Not(Has(ElementsAre(Varbind{"1.3.6.1", 5}))));
+  EXPECT_THAT(kAnswered, Succeeded());
+  EXPECT_THAT(kAnswered, Has(ElementsAre(Varbind{"1.3.6.1", 5})));
+  EXPECT_THAT(kAnswered, Not(Has(ElementsAre(Varbind{"1.3.6.1", 6}))));
+}
+
+TEST(Notification, MatchesAsItIs) {
+  using snmp::testing::Tells;
+  using testing::ElementsAre;
+  using testing::Not;
+  const snmp::testing::Notification hot{"1.3.6", {{"1.3.6.1", 5}}};
+  EXPECT_THAT(hot, Tells("1.3.6", ElementsAre(Varbind{"1.3.6.1", 5})));
+  EXPECT_THAT(hot, Not(Tells("1.3.7", ElementsAre(Varbind{"1.3.6.1", 5}))));
+  EXPECT_THAT(hot, Not(Tells("1.3.6", testing::IsEmpty())));
+}
+
 TEST(Response, ReadsWellInAMessage) {
-  using snmp::testing::ErrorStatus;
   std::ostringstream text;
   text << snmp::testing::Response{
       ErrorStatus::WrongValue, 1, {{"1.3.6.1", 100}}};
