@@ -22,7 +22,7 @@ use SnmpSubAgent::Types;
 sub build {
   my ($mib) = @_;
   $mib->{types} = SnmpSubAgent::Names->new(qw(Objects Service));
-  $mib->{members} = SnmpSubAgent::Names->new(qw(module));
+  $mib->{members} = SnmpSubAgent::Names->new(qw(module agent options snmp std));
   $mib->{enums} = SnmpSubAgent::Enums->new($mib->{types});
   $mib->{left} = [];
   $mib->{keys} = {};
@@ -53,10 +53,18 @@ sub _scalar {
   SnmpSubAgent::Types::resolve($scalar, $mib->{enums});
   return _leave($mib, $scalar->{label}, "no type for $scalar->{syntax}")
     if $scalar->{cpp} eq '';
+  _noteCounter($scalar, $mib);
   # One that is only sent is no member.
   $scalar->{name} =
     $mib->{members}->take(SnmpSubAgent::Names::member($scalar->{label}))
     if SnmpSubAgent::Types::isReadable($scalar);
+}
+
+# SMIv2 has no counter that managers write.
+sub _noteCounter {
+  my ($object, $mib) = @_;
+  _leave($mib, $object->{label}, 'write access to a counter')
+    if SnmpSubAgent::Types::isWritable($object) && $object->{cpp} =~ /^snmp::Counter/;
 }
 
 sub _nameTypes {
@@ -160,6 +168,7 @@ sub _table {
   $table->{row} = $owner->{row};
   foreach my $column (@{$table->{columns}}) {
     SnmpSubAgent::Types::resolve($column, $mib->{enums});
+    _noteCounter($column, $mib);
     _column($column, $table, $owner);
     _leave($mib, $column->{label}, "no type for $column->{syntax}")
       if $column->{cpp} eq '' && $column->{kind} eq 'hidden';
