@@ -23,6 +23,13 @@ enum {
 // full.
 constexpr int kMostSeeds = 300;
 
+// Refusals of an agent in whose state there can't be such a row.
+bool DependsOnState(const Response& response) {
+  return response.answered && (response.error == SNMP_ERR_INCONSISTENTNAME ||
+                               response.error == SNMP_ERR_INCONSISTENTVALUE ||
+                               response.error == SNMP_ERR_RESOURCEUNAVAILABLE);
+}
+
 }  // namespace
 
 RowCheck::RowCheck(Manager& manager, const Served& served,
@@ -59,70 +66,73 @@ bool RowCheck::IsEmpty() const {
 std::optional<Oid> RowCheck::MakeForSets() {
   const std::optional<Oid> row = works_ ? NewRow() : std::nullopt;
   if (!row) return std::nullopt;
-  std::vector<Varbind> all = Columns(*row);
-  all.push_back(Status(*row, kCreateAndGo));
-  return manager_.Set(all).Succeeded() ? row : std::nullopt;
+  const Response response =
+      SetStatus(*row, kCreateAndGo,
+                withColumns_ ? Columns(*row) : std::vector<Varbind>());
+  return response.Succeeded() ? row : std::nullopt;
 }
 
+// With values for all columns; if they do not fit together, without any.
 bool RowCheck::CreateAndGo(const Oid& row) {
-  const std::string how = "createAndGo with all columns";
-  const std::vector<Varbind> columns = Columns(row);
-  std::vector<Varbind> all = columns;
-  all.push_back(Status(row, kCreateAndGo));
-  if (Refused(manager_.Set(all), how, false)) return false;
-  bool right = Shows(row, {kActive}, how);
-  for (const Varbind& column : columns) {
-    const std::optional<Value> now = Read(column.name);
-    if (now == column.value) continue;
-    right = false;
-    report_.Add(Fault::StoredValue, served_.module.ObjectOf(column.name)->name,
-                ToText(column.name),
-                how + " sets it to " + ToText(column.value) +
-                    ", and then it has " + (now ? ToText(*now) : "no value"));
+  std::vector<Varbind> columns = Columns(row);
+  Response response = SetStatus(row, kCreateAndGo, columns);
+  if (DependsOnState(response)) {
+    columns.clear();
+    response = SetStatus(row, kCreateAndGo, columns);
   }
-  right = Destroyed(row) && right;
-  report_.totals.rows.Add(right);
-  return true;
-}
-
-bool RowCheck::CreateAndWait(const Oid& row) {
-  const std::string how = "createAndWait";
-  if (Refused(manager_.Set({Status(row, kCreateAndWait)}), how, true)) {
+  const std::string how =
+      columns.empty() ? "createAndGo" : "createAndGo with all columns";
+  if (!response.Succeeded()) {
+    AddRefusal(response, how, DependsOnState(response));
     return false;
   }
-  bool right = Shows(row, {kNotInService, kNotReady}, how);
-  const std::vector<Varbind> columns = Columns(row);
-  const Response set =
-      columns.empty() ? Response{true, 0, 0, {}} : manager_.Set(columns);
-  if (!set.Succeeded()) {
-    right = false;
-    AddCreation(
-        row, "a SET of the columns of a row that waits gets " + ErrorText(set));
-  } else {
-    const Response activated = manager_.Set({Status(row, kActive)});
-    right = activated.Succeeded() && Shows(row, {kActive}, how) && right;
-    if (!activated.Succeeded()) {
-      AddCreation(row,
-                  "a SET to active of a row that waits and has all "
-                  "columns gets " +
-                      ErrorText(activated));
-    }
-  }
+  withColumns_ = !columns.empty();
+  bool right = Shows(row, {kActive}, how);
+  for (const Varbind& column : columns) right = HasStored(column, how) && right;
   right = Destroyed(row) && right;
   report_.totals.rows.Add(right);
   return true;
 }
 
-// An agent may refuse a row for its state, and need not know createAndWait.
-bool RowCheck::Refused(const Response& response, const std::string& how,
-                       bool mayLackIt) {
-  if (response.Succeeded()) return false;
-  const bool isUndecided =
-      response.answered &&
-      (response.error == SNMP_ERR_INCONSISTENTNAME ||
-       response.error == SNMP_ERR_INCONSISTENTVALUE ||
-       response.error == SNMP_ERR_RESOURCEUNAVAILABLE ||
-       (mayLackIt && response.error == SNMP_ERR_WRONGVALUE));
+// An agent need not know createAndWait.
+void RowCheck::CreateAndWait(const Oid& row) {
+  const Response created = SetStatus(row, kCreateAndWait, {});
+  if (!created.Succeeded()) {
+    AddRefusal(created, "createAndWait",
+               DependsOnState(created) || created.error == SNMP_ERR_WRONGVALUE);
+    return;
+  }
+  const bool waits = Shows(row, {kNotInService, kNotReady}, "createAndWait");
+  const Response activated = Activate(row);
+  const bool active = activated.Succeeded() &&
+                      Shows(row, {kActive}, "createAndWait and active");
+  const bool destroyed = Destroyed(row);
+  if (!activated.Succeeded() && waits && destroyed) {
+    AddRefusal(activated, "a row that waits, with its columns and active,",
+               DependsOnState(activated));
+  } else {
+    report_.totals.rows.Add(waits && active && destroyed);
+  }
+}
+
+// Gives a row that waits its columns, and makes it active.
+Response RowCheck::Activate(const Oid& row) {
+  const std::vector<Varbind> columns = Columns(row);
+  if (!columns.empty()) {
+    const Response set = manager_.Set(columns);
+    if (!set.Succeeded() && !DependsOnState(set)) return set;
+  }
+  return SetStatus(row, kActive, {});
+}
+
+Response RowCheck::SetStatus(const Oid& row, int status,
+                             std::vector<Varbind> columns) {
+  columns.push_back({status_->oid + row, Value::OfNumber(ASN_INTEGER, status)});
+  return manager_.Set(columns);
+}
+
+void RowCheck::AddRefusal(const Response& response, const std::string& how,
+                          bool isUndecided) {
   const std::string text = how + " gets " + ErrorText(response);
   if (isUndecided) {
     report_.totals.rows.AddUndecided();
@@ -131,7 +141,16 @@ bool RowCheck::Refused(const Response& response, const std::string& how,
     report_.totals.rows.Add(false);
     report_.Add(Fault::RowCreation, table_.name, ToText(table_.oid), text);
   }
-  return true;
+}
+
+bool RowCheck::HasStored(const Varbind& column, const std::string& how) {
+  const std::optional<Value> now = Read(column.name);
+  if (now == column.value) return true;
+  report_.Add(Fault::StoredValue, served_.module.ObjectOf(column.name)->name,
+              ToText(column.name),
+              how + " sets it to " + ToText(column.value) +
+                  ", and then it has " + (now ? ToText(*now) : "no value"));
+  return false;
 }
 
 bool RowCheck::Shows(const Oid& row, std::initializer_list<std::int64_t> states,
@@ -147,7 +166,7 @@ bool RowCheck::Shows(const Oid& row, std::initializer_list<std::int64_t> states,
 }
 
 bool RowCheck::Destroyed(const Oid& row) {
-  const Response response = manager_.Set({Status(row, kDestroy)});
+  const Response response = SetStatus(row, kDestroy, {});
   const std::optional<Value> now = Read(status_->oid + row);
   if (response.Succeeded() && !now) return true;
   report_.Add(Fault::RowDestruction, status_->name, ToText(status_->oid + row),
@@ -234,10 +253,6 @@ std::vector<Varbind> RowCheck::Columns(const Oid& row) const {
                                : served_.all[instances.front()].value});
   }
   return columns;
-}
-
-Varbind RowCheck::Status(const Oid& row, int status) const {
-  return {status_->oid + row, Value::OfNumber(ASN_INTEGER, status)};
 }
 
 std::optional<Value> RowCheck::Read(const Oid& name) const {

@@ -31,9 +31,12 @@ class RowCheck {
 
  private:
   bool CreateAndGo(const Oid& row);
-  bool CreateAndWait(const Oid& row);
-  bool Refused(const Response& response, const std::string& how,
-               bool mayLackIt);
+  void CreateAndWait(const Oid& row);
+  Response Activate(const Oid& row);
+  Response SetStatus(const Oid& row, int status, std::vector<Varbind> columns);
+  void AddRefusal(const Response& response, const std::string& how,
+                  bool isUndecided);
+  bool HasStored(const Varbind& column, const std::string& how);
   bool Shows(const Oid& row, std::initializer_list<std::int64_t> states,
              const std::string& how);
   bool Destroyed(const Oid& row);
@@ -42,7 +45,6 @@ class RowCheck {
   Oid RowOf(const std::vector<std::optional<Value>>& known, int seed) const;
   std::optional<Value> ExistingIndex(const Index& index) const;
   std::vector<Varbind> Columns(const Oid& row) const;
-  Varbind Status(const Oid& row, int status) const;
   std::optional<Value> Read(const Oid& name) const;
 
   Manager& manager_;
@@ -51,6 +53,7 @@ class RowCheck {
   Report& report_;
   const MibObject* status_ = nullptr;  // null without a RowStatus
   bool works_ = false;                 // createAndGo has made a row
+  bool withColumns_ = false;           // with values for them
 };
 
 }  // namespace snmpsubagent::check

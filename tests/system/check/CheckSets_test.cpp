@@ -203,6 +203,25 @@ TEST_F(CheckOfAFaultySet, NamesARowThatCannotBeMade) {
                   "rowCreation: createAndWait gets noCreation"));
 }
 
+TEST_F(CheckOfAFaultySet, MakesARowWithoutValuesIfItsOwnDoNotFit) {
+  agent.error = [](int command, const std::vector<Varbind>& set) {
+    const bool isRow = set[0].name.size() > 13 && set[0].name[9] == 4;
+    return command == SNMP_MSG_SET && isRow && set.size() > 1
+               ? SNMP_ERR_INCONSISTENTVALUE
+               : SNMP_ERR_NOERROR;
+  };
+  agent.store = [this](const std::vector<Varbind>& set) {
+    const Varbind& last = set.back();
+    if (last.value == Integer(6)) {
+      agent.objects.erase(last.name);
+    } else {
+      agent.objects[last.name] = Integer(last.value == Integer(5) ? 3 : 1);
+    }
+  };
+  agent.Start();
+  EXPECT_EQ(Numbers(ReportOf(agent, WithSets()).totals.rows), "2 2 0 0");
+}
+
 // What a template without RowStatus makes: a cell that stores what it gets.
 TEST_F(CheckOfAFaultySet, NamesARowStatusThatIsJustANumber) {
   EXPECT_THAT(

@@ -182,6 +182,12 @@ TEST(CheckOfAConnection, FindsNothingWrongWithOneThatWorks) {
   EXPECT_EQ(said.exitStatus, 0);
 }
 
+TEST(CheckOfAConnection, TakesObjectsFartherBelowForTheSubagents) {
+  const Snmpd snmpd("rocommunity public 127.0.0.1");
+  const SubAgent subAgent(snmpd);
+  EXPECT_EQ(snmpd.Check({"-o", "1.3.6.1.4.1.32473"}).cause, "");
+}
+
 TEST(CheckOfAConnection, NamesAProgramThatIsNotThere) {
   const Said said = Check({"-p", "/nonexistent/service"});
   EXPECT_EQ(said.cause, "programMissing");

@@ -95,7 +95,7 @@ class ConnectionCheck {
     session.Unregister();
     const bool isTaken = answer == agentx::Error::DuplicateRegistration;
     if (answer == agentx::Error::None) {
-      Pass(options_.oid + " can be registered: nobody has it");
+      Pass(options_.oid + " can be registered");
     } else if (!isTaken) {
       Add({Cause::RegistrationRefused,
            "the master agent refuses " + options_.oid + ": " +
@@ -114,13 +114,8 @@ class ConnectionCheck {
       return;
     }
     Pass("managers see what is below " + options_.oid);
-    if (isTaken) {
+    if (isTaken || seen.objects) {
       JudgeOwner(seen);
-    } else if (seen.objects) {
-      Add({Cause::RegistrationTaken,
-           "there are objects below " + options_.oid + ", registered by " +
-               OwnerIn(seen),
-           Remedy(seen.owner)});
     } else {
       Add({Cause::NoObjects, "nobody has registered " + options_.oid,
            "start the subagent, and look into its log: it connects to another "
@@ -173,12 +168,12 @@ class ConnectionCheck {
   // What snmpd serves itself is not the subagent's for sure.
   void JudgeOwner(const Seen& seen) {
     if (IsSubagent(seen.owner) && seen.objects && !options_.stopped) {
-      Pass("it is registered by " + OwnerIn(seen) +
-           ", and managers see objects of it");
+      Pass("managers see objects there, of " + OwnerIn(seen));
       return;
     }
     Add({Cause::RegistrationTaken,
-         options_.oid + " is registered already, by " + OwnerIn(seen) +
+         options_.oid + ", or a part of it, is registered already, by " +
+             OwnerIn(seen) +
              (seen.objects ? "" : ", which has no objects there"),
          Remedy(seen.owner)});
   }
