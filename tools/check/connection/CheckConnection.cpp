@@ -148,10 +148,6 @@ class ConnectionCheck {
     return seen;
   }
 
-  static std::string OwnerIn(const Seen& seen) {
-    return seen.owner.empty() ? "another session" : seen.owner;
-  }
-
   static bool IsSubagent(const std::string& owner) {
     return owner.empty() || owner.find("AgentX") == 0;
   }
@@ -168,13 +164,16 @@ class ConnectionCheck {
   // What snmpd serves itself is not the subagent's for sure.
   void JudgeOwner(const Seen& seen) {
     if (IsSubagent(seen.owner) && seen.objects && !options_.stopped) {
-      Pass("managers see objects there, of " + OwnerIn(seen));
+      Pass("managers see objects there" +
+           (seen.owner.empty() ? "" : ", of " + seen.owner));
       return;
     }
     Add({Cause::RegistrationTaken,
-         options_.oid + ", or a part of it, is registered already, by " +
-             OwnerIn(seen) +
-             (seen.objects ? "" : ", which has no objects there"),
+         options_.oid + ", or a part of it, is registered already, " +
+             (seen.owner.empty()
+                  ? "and the community does not see nsModuleTable, which says "
+                    "by whom"
+                  : "by " + seen.owner),
          Remedy(seen.owner)});
   }
 
