@@ -143,16 +143,17 @@ sub _notifications {
   } @{$mib->{notifications}};
   my $total = {expected => scalar keys %expected, right => 0};
   return $total if !%expected;
+  my $before = $daemons->received;
   $program->{input}->("send\n");
   $program->{line}->('sent') or return ($total, 'it ended when it was to send');
-  my $received = $daemons->received(sort keys %expected);
+  my $received = $daemons->notificationsAfter($before, sort keys %expected);
   my @lost;
   foreach my $oid (sort keys %expected) {
-    my @objects = @{$received->{$oid} || ['none']};
+    my @objects = @{$received->{$oid} || ['nothing']};
     my $isRight = @objects == @{$expected{$oid}}
       && !grep { index("$objects[$_].", "$expected{$oid}[$_].") != 0 } 0 .. $#objects;
     ++$total->{right} if $isRight;
-    push @lost, "notification $oid came with @objects" if !$isRight;
+    push @lost, "notification $oid: @objects came with it" if !$isRight;
   }
   return ($total, @lost);
 }
