@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include <atomic>
+#include <filesystem>
 #include <regex>
 #include <thread>
 
@@ -46,18 +47,31 @@ std::string Field(const std::string& json, const std::string& name) {
   return std::regex_search(json, match, field) ? match[1].str() : "";
 }
 
-Said Check(std::vector<std::string> words, bool unprivileged = false) {
-  std::vector<std::string> command{CHECK_PROGRAM, "connection", "--json"};
-  // Root passes every permission.
-  if (unprivileged && geteuid() == 0) {
-    command.insert(command.begin(), {"setpriv", "--reuid=65534",
-                                     "--regid=65534", "--clear-groups"});
-  }
+Said SaidBy(std::vector<std::string> command,
+            const std::vector<std::string>& words) {
+  command.insert(command.end(), {"connection", "--json"});
   command.insert(command.end(), words.begin(), words.end());
   const testkit::CommandResult result = testkit::Command(command, {}).Result();
   EXPECT_EQ(result.error, "");
   return {result.exitCode, Field(result.out, "cause"),
           Field(result.out, "text"), Field(result.out, "change")};
+}
+
+Said Check(const std::vector<std::string>& words) {
+  return SaidBy({CHECK_PROGRAM}, words);
+}
+
+// By a user who is not root, whom no permission stops, with a copy of the
+// program where anybody may run it.
+Said CheckUnprivileged(const std::vector<std::string>& words) {
+  if (geteuid() != 0) return Check(words);
+  const testkit::ScratchDirectory folder;
+  chmod(folder.Path().c_str(), 0755);
+  const std::string program = folder.Path() / "check";
+  std::filesystem::copy_file(CHECK_PROGRAM, program);
+  return SaidBy(
+      {"setpriv", "--reuid=65534", "--regid=65534", "--clear-groups", program},
+      words);
 }
 
 std::string Tcp(const testkit::LoopbackPort& port) {
@@ -262,7 +276,7 @@ TEST(CheckOfAConnection, NamesASocketThatThisUserMayNotWriteTo) {
   const std::string path = folder.Path() / "master";
   const testkit::FileDescriptor listening = UnixSocket(path, true);
   chmod(path.c_str(), 0);
-  const Said said = Check({"-x", path, "-C", "/etc/snmpd.conf"}, true);
+  const Said said = CheckUnprivileged({"-x", path, "-C", "/etc/snmpd.conf"});
   EXPECT_EQ(said.cause, "noPermission");
   EXPECT_THAT(said.text, HasSubstr("may not write to " + path));
   EXPECT_THAT(said.change,
@@ -274,7 +288,7 @@ TEST(CheckOfAConnection, NamesAFolderThatThisUserMayNotSearch) {
   const std::string path = folder.Path() / "master";
   const testkit::FileDescriptor listening = UnixSocket(path, true);
   chmod(folder.Path().c_str(), 0);
-  const Said said = Check({"-x", path, "-C", "/etc/snmpd.conf"}, true);
+  const Said said = CheckUnprivileged({"-x", path, "-C", "/etc/snmpd.conf"});
   chmod(folder.Path().c_str(), 0700);
   EXPECT_EQ(said.cause, "noPermission");
   EXPECT_THAT(said.text, HasSubstr("may not search " + folder.Path().string()));
