@@ -108,7 +108,8 @@ class SNMPSUBAGENT_OBJECTS_EXPORT Agent {
   // timeout. Undoes the SETs that are under way and drops the notifications
   // that wait. When it returns, no application function runs or will
   // run, except the one that called it, or one for which the calling thread's
-  // Lock() makes it wait. Start() works again afterwards.
+  // Lock() makes it wait. A SET whose function has called it is undone when
+  // that function returns. Start() works again afterwards.
   void Stop();
 
   // Whether the session with the master agent is up.

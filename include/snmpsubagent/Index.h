@@ -6,89 +6,19 @@
 #include <cstddef>
 #include <cstdint>
 #include <limits>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <tuple>
 #include <type_traits>
 #include <utility>
-#include <vector>
 
+#include "snmpsubagent/IndexReader.h"
+#include "snmpsubagent/IndexWriter.h"
 #include "snmpsubagent/Oid.h"
 #include "snmpsubagent/Syntax.h"
 #include "snmpsubagent/Types.h"
 
 namespace snmpsubagent {
-
-// The sub-identifiers of an index on their way into an OID. Of one that is too
-// long for an OID, those that are too many are left out and IsTooLong() tells.
-class IndexWriter {
- public:
-  void Add(SubIdentifier id) {
-    if (size_ < ids_.size()) {
-      ids_[size_++] = id;
-    } else {
-      tooLong_ = true;
-    }
-  }
-  void AddOctets(std::string_view octets) {
-    for (const char octet : octets) Add(static_cast<unsigned char>(octet));
-  }
-
-  void Clear() { size_ = 0, tooLong_ = false; }
-  OidView View() const { return {ids_.data(), size_}; }
-  bool IsTooLong() const { return tooLong_; }
-
- private:
-  std::array<SubIdentifier, Oid::kMaxSize> ids_;
-  std::size_t size_ = 0;
-  bool tooLong_ = false;
-};
-
-// Takes an index apart, from its front. To find the place of sub-identifiers
-// that are those of no value, it can also round down: then it takes the highest
-// number that may stand there in the place of one that is higher, and from
-// there on the highest of everything.
-class IndexReader {
- public:
-  enum class Mode {
-    Exact,
-    RoundDown,
-    Below  // rounds down, and the highest of everything follows the last one
-  };
-  explicit IndexReader(OidView ids, Mode mode = Mode::Exact)
-      : ids_(ids), mode_(mode) {}
-
-  // Fails if there is none left, or none of that range.
-  bool Take(SubIdentifier& id, SubIdentifier lowest = 0,
-            SubIdentifier highest = std::numeric_limits<SubIdentifier>::max()) {
-    if (ids_.empty()) {
-      if (!isBelow_ && mode_ != Mode::Below) return false;
-      isBelow_ = true;
-    }
-    id = isBelow_ ? highest : ids_[0];
-    if (id < lowest) return false;
-    if (id > highest) {
-      if (mode_ == Mode::Exact) return false;
-      id = highest;
-      isBelow_ = true;
-    }
-    ids_ = isBelow_ ? OidView() : ids_.After(1);
-    return true;
-  }
-  // How many of something follow.
-  bool TakeSize(SubIdentifier& size) { return Take(size, 0, Oid::kMaxSize); }
-  bool HasMore() const {
-    return isBelow_ || mode_ == Mode::Below || !ids_.empty();
-  }
-
-  OidView Rest() const { return ids_; }
-
- private:
-  OidView ids_;
-  Mode mode_;
-  bool isBelow_ = false;  // what has been taken is below what there was
-};
 
 // A string or OID that is the last of a table's indexes, which the MIB says to
 // be IMPLIED: its length is not part of the index.
@@ -414,73 +344,7 @@ struct NumberOfType<T, true> {
 template <typename T>
 using NumberOf = typename NumberOfType<T>::Type;
 
-// The key that is exactly these sub-identifiers. No key has none.
-template <typename Key>
-std::optional<Key> ReadKey(OidView index) {
-  IndexReader reader(index);
-  Key key{};
-  if (index.empty() || !IndexSyntax<Key>::Read(reader, key) ||
-      !reader.Rest().empty()) {
-    return std::nullopt;
-  }
-  return key;
-}
-
-// The greatest key that is not behind these sub-identifiers, in the order of
-// the OIDs; it may be longer than an OID can be.
-template <typename Key>
-std::optional<Key> FloorKey(OidView index) {
-  std::vector<SubIdentifier> ids(index.begin(), index.end());
-  auto mode = IndexReader::Mode::RoundDown;
-  while (!ids.empty()) {
-    IndexReader reader(OidView(ids.data(), ids.size()), mode);
-    Key key{};
-    if (IndexSyntax<Key>::Read(reader, key)) return key;
-    // There is none with what has been read in front: then the greatest one
-    // with less in front.
-    ids.resize(ids.size() - reader.Rest().size());
-    while (!ids.empty() && ids.back() == 0) ids.pop_back();
-    if (!ids.empty()) --ids.back();
-    mode = IndexReader::Mode::Below;
-  }
-  return std::nullopt;
-}
-
 }  // namespace detail
-
-// The order in which managers see keys: that of the OIDs that they make.
-// Compares with sub-identifiers as well, which may be those of no key. For a
-// container of the application's own:
-//
-//   std::map<std::string, User, snmp::IndexOrder<std::string>> users;
-template <typename Key>
-struct IndexOrder {
-  using is_transparent = void;
-
-  bool operator()(const Key& a, const Key& b) const {
-    if constexpr (detail::IsNumberIndex<Key>) {
-      return static_cast<SubIdentifier>(a) < static_cast<SubIdentifier>(b);
-    } else {
-      IndexWriter written;
-      IndexSyntax<Key>::Write(written, a);
-      return (*this)(written.View(), b);
-    }
-  }
-  bool operator()(const Key& a, OidView b) const { return Compared(a, b) < 0; }
-  bool operator()(OidView a, const Key& b) const { return Compared(b, a) > 0; }
-
- private:
-  static int Compared(const Key& key, OidView index) {
-    if constexpr (detail::IsNumberIndex<Key>) {
-      const SubIdentifier id = static_cast<SubIdentifier>(key);
-      return Compare(OidView(&id, 1), index);
-    } else {
-      IndexWriter written;
-      IndexSyntax<Key>::Write(written, key);
-      return Compare(written.View(), index);
-    }
-  }
-};
 
 // The OID of a cell: that of its column, and the key of its row behind.
 //

@@ -15,7 +15,7 @@
 
 #include "snmpsubagent/Access.h"
 #include "snmpsubagent/AgentLock.h"
-#include "snmpsubagent/Index.h"
+#include "snmpsubagent/IndexOrder.h"
 #include "snmpsubagent/Module.h"
 #include "snmpsubagent/Notification.h"
 #include "snmpsubagent/RowChange.h"
@@ -127,19 +127,25 @@ class Table {
   }
 
   // A column that a function of (key, row) tells; one that returns a
-  // std::optional may say that there is no such cell. Or a column that is the
-  // same in each row.
+  // std::optional may say that there is no such cell, and one of (key, row,
+  // Later<T>) answers when it can. Or a column that is the same in each row.
   template <typename V>
   Table& Column(SubIdentifier number, V value) {
-    if constexpr (std::is_invocable_v<V&, const Key&, const Row&>) {
+    if constexpr (detail::TakesLaterCell<V>::value) {
+      return Add(number, std::make_unique<detail::LaterColumn<Key, Row, V>>(
+                             std::move(value)));
+    } else if constexpr (std::is_invocable_v<V&, const Key&, const Row&>) {
       return Add(number, std::make_unique<detail::FunctionColumn<Key, Row, V>>(
                              std::move(value)));
     } else {
-      using T = detail::ValueOf<V>;
-      static_assert(!std::is_invocable_v<V&>,
-                    "a column's function takes a key and a row");
-      return Add(number, std::make_unique<detail::ConstantColumn<T>>(
-                             T(std::move(value))));
+      constexpr bool isValue = !std::is_invocable_v<V&>;
+      static_assert(isValue, "a column's function takes a key and a row");
+      if constexpr (isValue) {
+        using T = detail::ValueOf<V>;
+        Add(number,
+            std::make_unique<detail::ConstantColumn<T>>(T(std::move(value))));
+      }
+      return *this;
     }
   }
 
@@ -214,30 +220,50 @@ class Table {
   // of a Scalar. A table that shares rows shares them too.
   template <typename F>
   Table& Check(F function) {
-    return Edit([&](auto& functions) {
-      functions.check = [f = std::move(function)](const Change_& change) {
-        return detail::AsSetError([&] { return f(change); },
-                                  SetError::InconsistentValue);
-      };
-    });
+    constexpr bool takesChange = std::is_invocable_v<F&, const Change_&>;
+    static_assert(takesChange, "a Check function takes a RowChange");
+    if constexpr (takesChange) {
+      static_assert(!std::is_void_v<std::invoke_result_t<F&, const Change_&>>,
+                    "a Check function returns a bool or a SetError");
+      Edit([&](auto& functions) {
+        functions.check =
+            [f = std::move(function)](const Change_& change) mutable {
+              return detail::AsSetError([&] { return f(change); },
+                                        SetError::InconsistentValue);
+            };
+      });
+    }
+    return *this;
   }
   // Returns nothing, a bool or a SetError, or takes a Later<SetError> as well.
   template <typename F>
   Table& Apply(F function) {
+    constexpr bool answersLater =
+        std::is_invocable_v<F&, const Change_&, Later<SetError>>;
+    constexpr bool answers = std::is_invocable_v<F&, const Change_&>;
+    static_assert(answers || answersLater,
+                  "an Apply function takes a RowChange, or a RowChange and a "
+                  "Later<SetError>");
     return Edit([&](auto& functions) {
-      if constexpr (std::is_invocable_v<F&, const Change_&, Later<SetError>>) {
+      if constexpr (answersLater) {
+        functions.apply = {};
         functions.applyLater = std::move(function);
-      } else {
-        functions.apply = [f = std::move(function)](const Change_& change) {
-          return detail::AsSetError([&] { return f(change); });
-        };
+      } else if constexpr (answers) {
+        functions.applyLater = {};
+        functions.apply =
+            [f = std::move(function)](const Change_& change) mutable {
+              return detail::AsSetError([&] { return f(change); });
+            };
       }
     });
   }
   template <typename F>
   Table& Changed(F function) {
-    return Edit(
-        [&](auto& functions) { functions.changed = std::move(function); });
+    constexpr bool takesChange = std::is_invocable_v<F&, const Change_&>;
+    static_assert(takesChange, "a Changed function takes a RowChange");
+    return Edit([&](auto& functions) {
+      if constexpr (takesChange) functions.changed = std::move(function);
+    });
   }
 
   // Adds a row; false, with nothing changed, if there is one. Throws
@@ -291,6 +317,7 @@ class Table {
     return Contains(key) ? rows_->KeyStatus(key)
                          : snmpsubagent::RowStatus::None;
   }
+  // Of the rows that the table holds or borrows.
   std::size_t Size() const {
     const AgentLock lock = Lock();
     return rows_->Size();

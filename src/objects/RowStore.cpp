@@ -80,14 +80,14 @@ void RowStore::NoteErased(OidView index) {
   NoteChange(index);
 }
 
-bool RowStore::IsFullFor(const StagedRow& row) const {
+bool RowStore::IsFullFor(const StagedRow& row) {
   if (limit_ == 0) return false;
   const auto others = std::count_if(
       staged_.begin(), staged_.end(), [&](const StagedRow* staged) {
         return staged != &row && staged->Before() == RowStatus::None &&
                staged->After() != RowStatus::None && !staged->IsPut();
       });
-  return Size() + static_cast<std::size_t>(others) >= limit_;
+  return CountUpTo(limit_) + static_cast<std::size_t>(others) >= limit_;
 }
 
 StagedRow::StagedRow(std::shared_ptr<TableState> table,

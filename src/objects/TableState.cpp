@@ -35,6 +35,10 @@ SetError CheckStorage(StorageType storage, const Column* column) {
 
 Column::~Column() = default;
 
+Answer Column::ReadFor(ReadContext& context, const RowView& row) const {
+  return Read(row, context.Writer()) ? Answer::Written : Answer::Absent;
+}
+
 TableState::TableState(std::shared_ptr<ModuleState> module,
                        std::string_view oid, std::shared_ptr<RowStore> rows)
     : ManagedObject(std::move(module), oid), rows_(std::move(rows)) {}
@@ -106,6 +110,18 @@ bool TableState::WriteCell(SubIdentifier number, const RowView& row,
          column->Read(row, writer);
 }
 
+Answer TableState::ReadValue(const NumberedColumn& numbered, const RowView& row,
+                             OidView index, ReadContext& context) const {
+  const Column* column = numbered.column.get();
+  if (!column) {
+    WriteCell(numbered.number, row, index, context.Writer());
+    return Answer::Written;
+  }
+  return rows_->IsMissing(index, column->required)
+             ? Answer::Absent
+             : column->ReadFor(context, row);
+}
+
 Answer TableState::ReadCell(const NumberedColumn& column, const RowView& row,
                             OidView index, ReadContext& context) {
   if (!HasRoomFor(index)) return Answer::Absent;
@@ -116,11 +132,9 @@ Answer TableState::ReadCell(const NumberedColumn& column, const RowView& row,
   if (!context.Begin(OidView(name_.data(), name_.size()))) {
     return Answer::Beyond;
   }
-  if (WriteCell(column.number, row, index, context.Writer())) {
-    return Answer::Written;
-  }
-  context.Cancel();
-  return Answer::Absent;
+  const Answer answer = ReadValue(column, row, index, context);
+  if (answer == Answer::Absent) context.Cancel();
+  return answer;
 }
 
 Answer TableState::Read(OidView instance, ReadContext& context) {

@@ -6,18 +6,21 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <tuple>
 #include <type_traits>
 #include <utility>
 
-#include "snmpsubagent/Index.h"
+#include "snmpsubagent/IndexOrder.h"
+#include "snmpsubagent/Later.h"
 #include "snmpsubagent/Syntax.h"
 #include "snmpsubagent/Types.h"
 #include "snmpsubagent/ValueView.h"
 #include "snmpsubagent/ValueWriter.h"
 #include "snmpsubagent/detail/NewValue.h"
+#include "snmpsubagent/detail/Requests.h"
 #include "snmpsubagent/detail/Source.h"
 #include "snmpsubagent/detail/TableState.h"
 
@@ -88,6 +91,45 @@ class FunctionColumn final
   bool Read(const RowView& row, ValueWriter& writer) const override {
     return this->WriteTo(writer, function_(*static_cast<const Key*>(row.key),
                                            *static_cast<const Row*>(row.row)));
+  }
+
+ private:
+  mutable Function function_;
+};
+
+// The T of a function of (key, row, Later<T>).
+template <typename F, typename = void>
+struct LaterCellOf {};
+template <typename F>
+struct LaterCellOf<F, std::void_t<decltype(&F::operator())>>
+    : LaterCellOf<decltype(&F::operator())> {};
+template <typename R, typename K, typename W, typename A>
+struct LaterCellOf<R (*)(K, W, A)> : LaterValue<std::decay_t<A>> {};
+template <typename R, typename C, typename K, typename W, typename A>
+struct LaterCellOf<R (C::*)(K, W, A)> : LaterValue<std::decay_t<A>> {};
+template <typename R, typename C, typename K, typename W, typename A>
+struct LaterCellOf<R (C::*)(K, W, A) const> : LaterValue<std::decay_t<A>> {};
+
+template <typename F, typename = void>
+struct TakesLaterCell : std::false_type {};
+template <typename F>
+struct TakesLaterCell<F, std::void_t<typename LaterCellOf<F>::Type>>
+    : std::true_type {};
+
+// A function that answers when it can.
+template <typename Key, typename Row, typename Function>
+class LaterColumn final
+    : public TypedColumn<typename LaterCellOf<Function>::Type> {
+ public:
+  using T = typename LaterCellOf<Function>::Type;
+  explicit LaterColumn(Function function) : function_(std::move(function)) {}
+  bool Read(const RowView&, ValueWriter&) const override {
+    throw std::logic_error("a cell that is answered later is not here to get");
+  }
+  Answer ReadFor(ReadContext& context, const RowView& row) const override {
+    function_(*static_cast<const Key*>(row.key),
+              *static_cast<const Row*>(row.row), Later<T>(Defer(context)));
+    return Deferred(context);
   }
 
  private:

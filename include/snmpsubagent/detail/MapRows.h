@@ -14,7 +14,7 @@
 #include <utility>
 #include <vector>
 
-#include "snmpsubagent/Index.h"
+#include "snmpsubagent/IndexOrder.h"
 #include "snmpsubagent/Later.h"
 #include "snmpsubagent/RowChange.h"
 #include "snmpsubagent/detail/Clock.h"
@@ -42,21 +42,25 @@ struct RowFunctions {
 template <typename Map, typename = void>
 struct IndexedBy {
   using Key = typename Map::key_type;
-  static_assert(IsNumberIndex<Key> &&
-                    std::is_same_v<typename Map::key_compare, std::less<Key>>,
+  static constexpr bool kIsByNumber =
+      IsNumberIndex<Key> &&
+      std::is_same_v<typename Map::key_compare, std::less<Key>>;
+  static_assert(kIsByNumber,
                 "the container has another order than the managers': give it "
                 "snmpsubagent::IndexOrder<Key>");
 
   static auto From(Map& rows, OidView index, bool include) {
-    // Keys below 0 have no index.
-    if (index.empty()) return rows.lower_bound(Key{});
-    if (index[0] >
-        static_cast<SubIdentifier>(std::numeric_limits<NumberOf<Key>>::max())) {
+    if constexpr (kIsByNumber) {
+      // Keys below 0 have no index.
+      if (index.empty()) return rows.lower_bound(Key{});
+      constexpr auto kHighest = std::numeric_limits<NumberOf<Key>>::max();
+      if (index[0] > static_cast<SubIdentifier>(kHighest)) return rows.end();
+      const Key key = static_cast<Key>(index[0]);
+      return index.size() == 1 && include ? rows.lower_bound(key)
+                                          : rows.upper_bound(key);
+    } else {
       return rows.end();
     }
-    const Key key = static_cast<Key>(index[0]);
-    return index.size() == 1 && include ? rows.lower_bound(key)
-                                        : rows.upper_bound(key);
   }
 };
 template <typename Map>
@@ -263,7 +267,10 @@ class MapRows final : public RowStore,
     functions_ = std::move(changed);
   }
 
-  std::size_t Size() const override { return rows_.size(); }
+  std::size_t Size() const { return rows_.size(); }
+  std::size_t CountUpTo(std::size_t most) override {
+    return virtual_ ? virtual_->CountUpTo(most) : rows_.size();
+  }
   // Keys that a manager may make rows with are those that all rules allow.
   void RestrictKeys(std::function<bool(const Key&)> rule) {
     keyRules_.push_back(std::move(rule));

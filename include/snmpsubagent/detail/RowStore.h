@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "snmpsubagent/Export.h"
-#include "snmpsubagent/Index.h"
+#include "snmpsubagent/IndexWriter.h"
 #include "snmpsubagent/RowChange.h"
 #include "snmpsubagent/SetError.h"
 #include "snmpsubagent/detail/ManagedObject.h"
@@ -49,7 +49,8 @@ class SNMPSUBAGENT_OBJECTS_EXPORT RowStore {
   virtual std::unique_ptr<StagedRow> Stage(std::shared_ptr<TableState> table,
                                            OidView index) = 0;
 
-  virtual std::size_t Size() const = 0;
+  // How many rows there are, counted no further than to `most`.
+  virtual std::size_t CountUpTo(std::size_t most) = 0;
 
   // What the tables of these rows say about rows that managers make.
   void SetStatusColumn() { hasStatus_ = true; }
@@ -65,7 +66,7 @@ class SNMPSUBAGENT_OBJECTS_EXPORT RowStore {
   // So many rows are the most when a manager makes one; 0 for no limit.
   void SetLimit(std::size_t rows) { limit_ = rows; }
   // Whether there is no room for a new row beside those that are staged.
-  bool IsFullFor(const StagedRow& row) const;
+  bool IsFullFor(const StagedRow& row);
 
   // One more column that a row needs; which of them it is. And no longer.
   int AddRequired();

@@ -13,6 +13,7 @@
 #include "snmpsubagent/Export.h"
 #include "snmpsubagent/RowChange.h"
 #include "snmpsubagent/SetError.h"
+#include "snmpsubagent/ValueWriter.h"
 #include "snmpsubagent/detail/ManagedObject.h"
 #include "snmpsubagent/detail/RowStore.h"
 
@@ -25,6 +26,8 @@ class SNMPSUBAGENT_OBJECTS_EXPORT Column {
 
   // False if the row has no such cell. May throw what a function throws.
   virtual bool Read(const RowView& row, ValueWriter& writer) const = 0;
+  // The same for a request, which may be answered later.
+  virtual Answer ReadFor(ReadContext& context, const RowView& row) const;
   // Whether the value can be decoded, and what it makes of the row with that
   // index.
   virtual SetError Decode(const ValueView& value) const = 0;
@@ -84,6 +87,8 @@ class SNMPSUBAGENT_OBJECTS_EXPORT TableState : public ManagedObject {
 
   void Warn(const char* what) const;
   Columns::const_iterator PlaceFrom(SubIdentifier number) const;
+  Answer ReadValue(const NumberedColumn& column, const RowView& row,
+                   OidView index, ReadContext& context) const;
   Answer ReadCell(const NumberedColumn& column, const RowView& row,
                   OidView index, ReadContext& context);
   Answer ReadColumn(const NumberedColumn& column, OidView index, bool include,

@@ -2,12 +2,13 @@
 #ifndef SNMPSUBAGENT_SNMPSUBAGENT_DETAIL_VIRTUALROWS_H_
 #define SNMPSUBAGENT_SNMPSUBAGENT_DETAIL_VIRTUALROWS_H_
 
+#include <cstddef>
 #include <functional>
 #include <optional>
 #include <stdexcept>
 #include <utility>
 
-#include "snmpsubagent/Index.h"
+#include "snmpsubagent/IndexOrder.h"
 #include "snmpsubagent/detail/RowStore.h"
 
 namespace snmpsubagent::detail {
@@ -44,6 +45,18 @@ class VirtualRows {
       }
     } while (!Show(*key, found));  // Rows may go at any time.
     return true;
+  }
+
+  std::size_t CountUpTo(std::size_t most) {
+    RowView row;
+    IndexWriter next;
+    Oid last;
+    std::size_t count = 0;
+    while (count < most && FindNext(last, false, row, next)) {
+      last = Oid(next.View());
+      ++count;
+    }
+    return count;
   }
 
  private:

@@ -186,17 +186,17 @@ class KnownRows : public Changeable {
   void AddFunctions(bool later) {
     store_.answersLater = later;
     table_.Check([this](const RowChange& change) {
-      return CheckOf(store_.units.at(IndexOf(change.key)));
+      return CheckOf(store_.units[IndexOf(change.key)]);
     });
     table_.Changed([this](const RowChange&) { sets_.TellFinal(); });
     if (later) {
       table_.Apply(
           [this](const RowChange& change, const snmp::Later<SetError>& answer) {
-            ApplyLater(store_.units.at(IndexOf(change.key)), answer);
+            ApplyLater(store_.units[IndexOf(change.key)], answer);
           });
     } else {
       table_.Apply([this](const RowChange& change) {
-        return ApplyOf(store_.units.at(IndexOf(change.key)));
+        return ApplyOf(store_.units[IndexOf(change.key)]);
       });
     }
   }

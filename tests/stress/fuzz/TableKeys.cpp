@@ -36,7 +36,16 @@ using Mac = std::array<std::uint8_t, 6>;
 
 // One index of a table.
 struct Part {
-  enum Kind { Number, Truth, Octets, FixedOctets, Oid, LastOctets, LastOid };
+  enum Kind {
+    One,
+    Number,
+    Truth,
+    Octets,
+    FixedOctets,
+    Oid,
+    LastOctets,
+    LastOid
+  };
   Kind kind;
   std::uint32_t most = 4294967295;  // the highest number, or so many octets
 };
@@ -71,6 +80,8 @@ std::optional<std::size_t> Behind(const Part& part, const Ids& ids,
   if (left == 0) return std::nullopt;
   const std::uint32_t first = ids[from];
   switch (part.kind) {
+    case Part::One:
+      return ifHolds(first == 1, from + 1);
     case Part::Truth:
       return ifHolds(first == 1 || first == 2, from + 1);
     case Part::Octets:
@@ -110,6 +121,7 @@ std::uint32_t SomeId(Input& input) {
 void AddPart(Input& input, const Part& part, Ids& ids) {
   std::size_t count = input.Below(4);
   switch (part.kind) {
+    case Part::One:
     case Part::Number:
     case Part::Truth:
       ids.push_back(SomeId(input));
@@ -326,6 +338,8 @@ const std::vector<Kind>& Kinds() {
       {Play<snmp::Oid>, {{Part::Oid}}},
       {Play<Last<snmp::Oid>>, {{Part::LastOid}}},
       {Play<snmp::InetAddress>, {{Part::Number, 2147483647}, {Part::Octets}}},
+      {Play<snmp::Counter32>, {{Part::Number}}},
+      {Play<snmp::NetworkAddress>, {{Part::One}, {Part::FixedOctets, 4}}},
       {Play<std::pair<std::string, snmp::Oid>>, {{Part::Octets}, {Part::Oid}}},
       {Play<std::tuple<int, std::string, Last<snmp::Oid>>>,
        {{Part::Number, 2147483647}, {Part::Octets}, {Part::LastOid}}},

@@ -20,11 +20,21 @@ namespace {
 
 using namespace std::chrono_literals;
 
+struct Nothing {};  // a row
+
 // What functions of a Later have been asked for and not answered yet.
 class Pending {
  public:
   auto Function() {
     return [this](snmp::Later<int> reply) {
+      const std::lock_guard lock(mutex_);
+      replies_.push_back(std::move(reply));
+    };
+  }
+
+  // Of a column.
+  auto CellFunction() {
+    return [this](int, const Nothing&, snmp::Later<int> reply) {
       const std::lock_guard lock(mutex_);
       replies_.push_back(std::move(reply));
     };
@@ -358,6 +368,61 @@ TEST(APatientModule, MayTakeLongerThanItsAgent) {
   EXPECT_EQ(device.Receive(late), "genErr 1");
   reply.Answer(2);
   EXPECT_EQ(device.Receive(get), "INTEGER 2");
+}
+
+// Rows 1 to 3, with a cell each that is answered later and one behind it.
+struct ALaterCell : ALaterValue {
+  ALaterCell() {
+    table.Column(1, pending.CellFunction())
+        .Column(2, [](int key, const Nothing&) { return 10 * key; });
+    for (int key = 1; key <= 3; ++key) table.Insert(key, {});
+  }
+  snmp::Table<int, Nothing> table{module, "5"};
+};
+
+TEST_F(ALaterCell, ComesWhenItIsAnswered) {
+  const auto get = device.Send(GetOf({"5.1.1.2", "5.1.2.2", "5.1.1.9"}));
+  const auto reply = pending.Take();
+  EXPECT_EQ(device.Get("5.1.2.3"), "INTEGER 30");  // others meanwhile
+  reply.Answer(22);
+  EXPECT_EQ(device.Receive(get), "INTEGER 22, INTEGER 20, noSuchInstance");
+}
+
+TEST_F(ALaterCell, IsPassedOverIfItIsNotThere) {
+  const auto next = device.Send(wire::GetNext{{After("5")}});
+  pending.Take().NoInstance();
+  pending.Take().Answer(5);
+  EXPECT_EQ(device.Receive(next), "INTEGER 5");
+  const auto last = device.Send(wire::GetNext{{After("5.1.1.2")}});
+  pending.Take().NoInstance();
+  EXPECT_EQ(device.Receive(last), "INTEGER 10");
+}
+
+TEST_F(ALaterCell, IsOneOfManyInABulk) {
+  const auto bulk = device.Send(wire::GetBulk{0, 4, {After("5")}});
+  for (int value = 1; value <= 3; ++value) pending.Take().Answer(value);
+  EXPECT_EQ(device.Receive(bulk),
+            "INTEGER 1, INTEGER 2, INTEGER 3, INTEGER 10");
+}
+
+TEST_F(ALaterCell, FailsTheRequestIfItFails) {
+  const auto get = device.Send(GetOf({"5.1.2.1", "5.1.1.1"}));
+  pending.Take().Fail();
+  EXPECT_EQ(device.Receive(get), "genErr 2");
+}
+
+TEST_F(ALaterCell, IsAnsweredThoughItsRowHasGone) {
+  const auto get = device.Send(GetOf({"5.1.1.1", "5.1.2.1"}));
+  const auto reply = pending.Take();
+  table.Erase(1);
+  reply.Answer(5);
+  EXPECT_EQ(device.Receive(get), "INTEGER 5, noSuchInstance");
+}
+
+TEST_F(ALaterCell, IsLeftOutOfANotification) {
+  snmp::Notification notification(module, "0.1");
+  notification.Send({table.Cell(1, 1)});
+  EXPECT_TRUE(device.HasLogged("a cell that is answered later is not here"));
 }
 
 }  // namespace

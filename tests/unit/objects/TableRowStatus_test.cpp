@@ -4,6 +4,7 @@
 // model, and what managers see of rows that they make.
 #include <gtest/gtest.h>
 
+#include <map>
 #include <optional>
 #include <string>
 #include <vector>
@@ -333,6 +334,40 @@ TEST(ALimitOfRows, RefusesWhatIsAboveIt) {
   EXPECT_EQ(users.Set({make(4)}), "resourceUnavailable 1");
   EXPECT_EQ(users.Set({Users::Status(RowStatus::Destroy, 2)}), "noError");
   EXPECT_EQ(users.Set({make(4)}), "noError");
+}
+
+TEST(ALimitOfRows, CountsThoseThatFunctionsTell) {
+  Device device;
+  snmp::Module module(device.agent, kBase);
+  snmp::Table<int, User> table(module, "5");
+  std::map<int, User> users{{1, {}}, {7, {}}};
+  table.Column(4, &User::plain, snmp::ReadCreate())
+      .RowStatus(6)
+      .Limit(3)
+      .Virtual(
+          [&](int key) {
+            return users.count(key) ? std::optional(users[key]) : std::nullopt;
+          },
+          [&](const int* key) {
+            const auto next = key ? users.upper_bound(*key) : users.begin();
+            return next == users.end() ? std::nullopt
+                                       : std::optional(next->first);
+          })
+      .Apply([&](const auto& change) {
+        if (change.after) {
+          users[change.key] = *change.after;
+        } else {
+          users.erase(change.key);
+        }
+      });
+  device.Connect();
+  EXPECT_EQ(device.Set({{"5.1.6.2", Int(4)}, {"5.1.6.3", Int(4)}}),
+            "resourceUnavailable 2");
+  EXPECT_EQ(device.Set({{"5.1.6.2", Int(4)}}), "noError");
+  EXPECT_EQ(device.Set({{"5.1.6.3", Int(4)}}), "resourceUnavailable 1");
+  EXPECT_EQ(device.Set({{"5.1.6.7", Int(6)}}), "noError");
+  EXPECT_EQ(device.Set({{"5.1.6.3", Int(4)}}), "noError");
+  EXPECT_EQ(users.size(), 3U);
 }
 
 TEST(ALimitOfRows, CountsThoseOfOtherSetsUnderWay) {
