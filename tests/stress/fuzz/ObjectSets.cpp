@@ -331,6 +331,7 @@ class KnownRows : public Changeable {
 
   void AddFunctions(bool later) {
     store_.answersLater = later;
+    table_->Changed([this](const RowChange&) { sets_.TellFinal(); });
     table_->Check([this](const RowChange& change) {
       return CheckOf(store_.units[IndexOf(change.key)]);
     });
