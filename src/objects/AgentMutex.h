@@ -14,6 +14,11 @@ class AgentMutex {
     mutex_.lock();
     ++depth_;
   }
+  bool try_lock() {
+    if (!mutex_.try_lock()) return false;
+    ++depth_;
+    return true;
+  }
   void unlock() {
     --depth_;
     mutex_.unlock();

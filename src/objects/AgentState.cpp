@@ -116,9 +116,7 @@ void AgentState::Dispatch() {
 void AgentState::Loop(const std::shared_ptr<Connection>& connection) {
   while (true) {
     const Connection::Events events = connection->Wait(false);
-    const Stopwatch watch;
-    const std::lock_guard lock(mutex_);
-    if (watch.HasLongPassed()) ReportHeldLock();
+    const auto lock = LockToServe();
     if (!Serve(*connection, events)) return;
   }
 }
@@ -283,6 +281,16 @@ void AgentState::ReportSlowFunction(OidView where) noexcept {
             ": a function of the application took more than a second, in which "
             "nothing else was served; answer with a Later");
   });
+}
+
+std::unique_lock<AgentMutex> AgentState::LockToServe() {
+  std::unique_lock lock(mutex_, std::try_to_lock);
+  if (!lock) {
+    const Stopwatch watch;
+    lock.lock();
+    if (watch.HasLongPassed()) ReportHeldLock();
+  }
+  return lock;
 }
 
 void AgentState::ReportHeldLock() noexcept {

@@ -8,6 +8,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <string_view>
 #include <thread>
@@ -113,6 +114,8 @@ class AgentState final : public std::enable_shared_from_this<AgentState>,
   void IfThereIsMemory(const Telling& tell) noexcept;
   void TellSession(bool connected, std::string_view reason);
   void TellRefusal(std::uint32_t id);
+  // Logs it if the application has held the lock for long.
+  std::unique_lock<AgentMutex> LockToServe();
   void ReportHeldLock() noexcept;
 
   mutable AgentMutex mutex_;

@@ -6,7 +6,6 @@
 #include <gtest/gtest.h>
 #include <sys/socket.h>
 
-#include <algorithm>
 #include <chrono>
 #include <cstdint>
 #include <functional>
@@ -30,6 +29,7 @@ namespace {
 using namespace std::chrono_literals;
 using snmp::SetError;
 using testing::AllOf;
+using testing::Contains;
 using testing::ElementsAre;
 using testing::EndsWith;
 using testing::HasSubstr;
@@ -77,15 +77,10 @@ class QuietLog {
 // A device whose log has only what is wrong.
 class AMistake : public testing::Test {
  protected:
-  std::vector<std::string> Log() const {
-    std::vector<std::string> lines = device.Log();
-    lines.erase(std::remove_if(lines.begin(), lines.end(),
-                               [](const std::string& line) {
-                                 return line.find("connected to") == 0;
-                               }),
-                lines.end());
-    return lines;
-  }
+  // What is wrong. A machine under load may be slow without a mistake.
+  std::vector<std::string> Log() const { return Lines(false); }
+  std::vector<std::string> LogOfSlowness() const { return Lines(true); }
+
   template <typename V, typename A = snmp::ReadOnly>
   std::string BuildingAScalar(const char* oid, V value, const A& access = {}) {
     return Thrown([&] { snmp::Scalar(module, oid, value, access); });
@@ -93,6 +88,19 @@ class AMistake : public testing::Test {
 
   Device device;
   snmp::Module module{device.agent, kBase};
+
+ private:
+  std::vector<std::string> Lines(bool ofSlowness) const {
+    std::vector<std::string> lines;
+    for (const std::string& line : device.Log()) {
+      const bool isOfSlowness =
+          line.find("more than a second") != std::string::npos;
+      if (line.find("connected to") != 0 && isOfSlowness == ofSlowness) {
+        lines.push_back(line);
+      }
+    }
+    return lines;
+  }
 };
 
 // The agent.
@@ -242,7 +250,7 @@ TEST_F(AMistake, IsALockThatIsHeldForLong) {
     while (std::chrono::steady_clock::now() < end) std::this_thread::yield();
   }
   EXPECT_EQ(device.Receive(get), "INTEGER 7");
-  EXPECT_THAT(Log(), ElementsAre(HasSubstr("held the agent's lock")));
+  EXPECT_THAT(LogOfSlowness(), Contains(HasSubstr("held the agent's lock")));
 }
 
 // Modules.
@@ -392,9 +400,10 @@ TEST_F(AMistake, IsAFunctionThatBlocks) {
   });
   device.Connect();
   EXPECT_EQ(device.Get("1.0"), "INTEGER 7");
-  EXPECT_THAT(Log(), ElementsAre(AllOf(StartsWith(kWhole + ".1:"),
-                                       HasSubstr("more than a second"),
-                                       EndsWith("answer with a Later"))));
+  EXPECT_THAT(LogOfSlowness(),
+              Contains(AllOf(StartsWith(kWhole + ".1:"),
+                             HasSubstr("more than a second"),
+                             EndsWith("answer with a Later"))));
 }
 
 TEST_F(AMistake, IsAnApplyThatBlocks) {
@@ -402,8 +411,9 @@ TEST_F(AMistake, IsAnApplyThatBlocks) {
   slow.Apply([](int) { std::this_thread::sleep_for(1100ms); });
   device.Connect();
   EXPECT_EQ(device.Set({{"1.0", Int(8)}}), "noError");
-  EXPECT_THAT(Log(), ElementsAre(AllOf(StartsWith(kWhole + ".1:"),
-                                       HasSubstr("more than a second"))));
+  EXPECT_THAT(LogOfSlowness(),
+              Contains(AllOf(StartsWith(kWhole + ".1:"),
+                             HasSubstr("more than a second"))));
 }
 
 TEST_F(AMistake, IsALaterThatNobodyKeeps) {
