@@ -92,7 +92,8 @@ class NotificationObject {
 class SNMPSUBAGENT_OBJECTS_EXPORT Notification {
  public:
   // `oid` is that of snmpTrapOID.0, relative to the module's subtree, or whole
-  // with a dot in front. Throws std::invalid_argument if it is none.
+  // with a dot in front, anywhere: linkDown is ".1.3.6.1.6.3.1.1.5.3". Throws
+  // std::invalid_argument if it is none.
   Notification(Module& module, std::string_view oid);
 
   // A value that has no instance now, or whose function throws, is left out,

@@ -33,10 +33,16 @@ void Append(agentx::VarbindWriter& varbinds, detail::AgentState& agent,
   varbinds.Rewind(place);
 }
 
+// A whole OID may be anywhere: it is registered with nobody.
+Oid NameOf(const detail::ModuleState& module, std::string_view oid) {
+  const bool isWhole = oid.size() > 1 && oid.front() == '.';
+  return isWhole ? Oid(oid) : module.Resolve(oid);
+}
+
 }  // namespace
 
 Notification::Notification(Module& module, std::string_view oid)
-    : module_(detail::Existing(module.State())), oid_(module_->Resolve(oid)) {}
+    : module_(detail::Existing(module.State())), oid_(NameOf(*module_, oid)) {}
 
 void Notification::Send(const std::vector<NotificationObject>& objects,
                         NotificationFunction outcome) {

@@ -16,6 +16,7 @@
 #include <string>
 #include <thread>
 #include <utility>
+#include <variant>
 #include <vector>
 
 #include "Device.h"
@@ -527,10 +528,22 @@ TEST_F(AMistake, IsAKeyAfterAnotherThatIsNotBehindIt) {
 
 // Notifications.
 
-TEST_F(AMistake, IsANotificationElsewhere) {
-  EXPECT_THAT(
-      Thrown([&] { snmp::Notification sent(module, ".1.3.6.1.6.3.1.1.5.1"); }),
-      HasSubstr("within the module " + kWhole));
+TEST_F(AMistake, IsANotificationWithoutAName) {
+  for (const char* none : {"", ".", ".1.3.x"}) {
+    EXPECT_NE(Thrown([&] { snmp::Notification sent(module, none); }), "nothing")
+        << none;
+  }
+}
+
+// As linkDown is, which no module has in its subtree.
+TEST_F(AMistake, IsNoNotificationElsewhere) {
+  device.Connect();
+  snmp::Notification(module, ".1.3.6.1.6.3.1.1.5.3").Send();
+  device.Sync();
+  const auto sent = device.Master().TakeNotifications();
+  ASSERT_EQ(sent.size(), 1U);
+  EXPECT_EQ(std::get<wire::Oid>(sent[0].varbinds.at(0).value.content),
+            Id(".1.3.6.1.6.3.1.1.5.3"));
 }
 
 TEST_F(AMistake, IsANotificationOfWhatIsNotThere) {
