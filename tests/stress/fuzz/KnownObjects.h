@@ -56,6 +56,7 @@ struct Store {
   bool activeAreFrozen = false;
   // The application changes rows without a word, so that they are compared.
   bool isCompared = false;
+  bool hasSetter = false;     // a function of the application's
   bool answersLater = false;  // the Apply function may
   std::size_t limit = 0;
   std::function<bool(const wire::Oid&)> isIndex;

@@ -471,12 +471,16 @@ bool Sets::StillAllowed(Change& change) {
   return unit.check == kNone;
 }
 
+bool Sets::SetterRefuses(const Change& change) {
+  return change.store->hasSetter && change.unit->setterRefuses;
+}
+
 Sets::Step Sets::CommitOne(Change& change) {
   Unit& unit = *change.unit;
   if (change.IsNothing()) return Step::Done;
   if (!change.store->isServed) return Step::Refused;
   if (change.store->isScalar) {
-    if (!StillAllowed(change) || unit.setterRefuses) return Step::Refused;
+    if (!StillAllowed(change) || SetterRefuses(change)) return Step::Refused;
   } else if (change.overtaken ||
              (change.store->isCompared && !(unit.state == change.before))) {
     return Step::Refused;
@@ -499,7 +503,7 @@ Sets::Step Sets::UndoOne(Change& change) {
         !AreSame(*change.store, unit.state, change.after)) {
       return Step::Done;
     }
-    if (unit.setterRefuses) return Step::Refused;
+    if (SetterRefuses(change)) return Step::Refused;
   } else if (change.overtaken ||
              (change.store->isCompared && !(unit.state == change.after))) {
     return Step::Done;

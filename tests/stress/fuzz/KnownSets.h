@@ -115,6 +115,7 @@ class Sets {
   void StartUndo(Set& set, std::size_t count);
   void EndUndo(Set& set);
   static bool StillAllowed(Change& change);
+  static bool SetterRefuses(const Change& change);
   static Step CommitOne(Change& change);
   static Step UndoOne(Change& change);
   static Step Apply(Change& change);

@@ -112,7 +112,7 @@ class KnownScalar : public Changeable {
         scalar_.emplace(module, oid, T(variable_), access);
         break;
       case 1:
-        isAsked_ = true;
+        isAsked_ = store_.hasSetter = true;
         scalar_.emplace(module, oid,
                         snmp::GetSet([this] { return Get(); },
                                      [this](const T& t) { return Take(t); }),
