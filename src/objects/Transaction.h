@@ -2,6 +2,7 @@
 #ifndef SNMPSUBAGENT_OBJECTS_TRANSACTION_H_
 #define SNMPSUBAGENT_OBJECTS_TRANSACTION_H_
 
+#include <chrono>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -79,10 +80,25 @@ class Transaction : public std::enable_shared_from_this<Transaction> {
 
  private:
   enum class Phase { Tested, Committing, Committed, Undoing, Ended };
-  class Running;
+  // A master agent that has not said for so long how a SET goes on has lost it.
+  static constexpr std::chrono::seconds kForgotten{60};
+
   struct Failure {
     agentx::Error error = agentx::Error::None;
     std::uint16_t index = 0;
+  };
+  // Tells that a change is at work, also if it ends with an exception.
+  class Running {
+   public:
+    explicit Running(Transaction& transaction) : transaction_(transaction) {
+      transaction_.running_ = true;
+    }
+    ~Running() { transaction_.running_ = false; }
+    Running(const Running&) = delete;
+    Running& operator=(const Running&) = delete;
+
+   private:
+    Transaction& transaction_;
   };
 
   Failure Stage(const agentx::Request& request, const ObjectIndex* index);
@@ -110,8 +126,8 @@ class Transaction : public std::enable_shared_from_this<Transaction> {
   std::vector<std::uint16_t> varbinds_;
   std::uint16_t varbind_ = 0;  // that is being staged
 
-  std::size_t next_ =
-      0;  // to be committed; undoing, the last one still to undo
+  // To be committed next; undoing, how many are still to be undone.
+  std::size_t next_ = 0;
   bool running_ = false;  // a change is at work, somewhere up the stack
   bool waiting_ = false;  // for an answer that is to come
   bool undoWanted_ = false;
