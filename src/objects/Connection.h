@@ -72,6 +72,7 @@ class Connection {
   void Connect();
   void ConnectTo(Endpoints endpoints);
   void TryNextEndpoint();
+  void GiveUpEndpoint(int error);
   bool StartConnecting(const MasterAddress::Endpoint& endpoint);
   void FinishConnecting();
   void Receive();
