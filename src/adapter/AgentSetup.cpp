@@ -1,6 +1,8 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 #include "adapter/AgentSetup.h"
 
+#include <cstdlib>
+
 #include "NetSNMP.h"
 #include "adapter/Deferred.h"
 #include "adapter/MasterExchange.h"
@@ -62,4 +64,29 @@ int NetSNMP::set_snmp_int(int storeId, int which, int value) {
 int NetSNMP::set_snmp_boolean(int storeId, int which, int value) {
   const NetSNMPAgentGuard guard;
   return netsnmp_ds_set_boolean(storeId, which, value);
+}
+
+int NetSNMP::init_snmp_tdomain(netsnmp_tdomain* domain,
+                               const unsigned long* name,
+                               unsigned int nameLen) {
+  domain->name = name;
+  domain->name_length = nameLen;
+  // The second entry stays null and ends the list.
+  auto** const prefix =
+      static_cast<const char**>(std::calloc(2, sizeof(const char*)));
+  if (prefix != nullptr) prefix[0] = "tcp";
+  domain->prefix = prefix;
+  return 0;
+}
+
+int NetSNMP::register_snmp_tdomain(netsnmp_tdomain* domain) {
+  const NetSNMPAgentGuard guard;
+  return netsnmp_tdomain_register(domain);
+}
+
+int NetSNMP::unregister_snmp_tdomain(netsnmp_tdomain* domain) {
+  const NetSNMPAgentGuard guard;
+  const int result = netsnmp_tdomain_unregister(domain);
+  std::free(domain);
+  return result;
 }

@@ -2,6 +2,9 @@
 #include <cstdlib>
 
 #include "NetSNMP.h"
+#include "adapter/MasterExchange.h"
+
+unsigned long objid_snmptrap[11] = {1, 3, 6, 1, 6, 3, 1, 1, 4, 1, 0};
 
 namespace {
 
@@ -11,6 +14,8 @@ variable_list* Last(variable_list* list) {
 }
 
 }  // namespace
+
+int NetSNMP::snmp_succeeded(int status) { return status == 0 ? 1 : 0; }
 
 int NetSNMP::count_snmp_variable_list(variable_list* list) {
   int count = 0;
@@ -62,4 +67,10 @@ variable_list* NetSNMP::add_snmp_varlist_variable(
       (type == ASN_OBJECT_ID && valueLen > MAX_OID_LEN * sizeof(oid));
   if (tooLong) return nullptr;
   return snmp_varlist_add_variable(list, name, nameLen, type, value, valueLen);
+}
+
+int NetSNMP::send_trap(variable_list* vars) {
+  const MasterExchange exchange;
+  send_v2trap(vars);
+  return 0;
 }

@@ -5,7 +5,14 @@
 
 #include "NetSNMPDataNode.h"
 #include "NetSNMPNodeData.h"
+#include "NetSNMPTrapTrigger.h"
 #include "nodes/Watch.h"
+
+NetSNMPTrapTrigger::NetSNMPTrapTrigger(void (*trapCallback)(NetSNMPDataNode*),
+                                       const std::string& trapName)
+    : trapCallback_(trapCallback), trapName_(trapName) {}
+
+NetSNMPTrapTrigger::~NetSNMPTrapTrigger() = default;
 
 void NetSNMPNodeData::OnSetNodeValue() const {
   NetSNMPDataNode* const owner = ownerNode_;

@@ -7,7 +7,7 @@
 #include "SNMPSubAgent.h"
 #include "adapter/Deferred.h"
 #include "adapter/ExceptionBarrier.h"
-#include "adapter/SigpipeBlock.h"
+#include "adapter/MasterExchange.h"
 #include "runtime/InterruptionPoints.h"
 #include "runtime/Log.h"
 #include "runtime/ReconnectWorkarounds.h"

@@ -13,7 +13,7 @@
 #include "NetworkInterfaces.h"
 #include "adapter/AgentLibraryCheck.h"
 #include "adapter/ExceptionBarrier.h"
-#include "adapter/SigpipeBlock.h"
+#include "adapter/MasterExchange.h"
 #include "nodes/LiveSubAgents.h"
 #include "runtime/AgentEvents.h"
 #include "runtime/InterruptionPoints.h"

@@ -1,5 +1,5 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
-#include "adapter/SigpipeBlock.h"
+#include "adapter/MasterExchange.h"
 
 #include <gtest/gtest.h>
 #include <unistd.h>
