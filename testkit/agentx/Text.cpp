@@ -116,8 +116,10 @@ std::string Text(const Value& value) {
   return NameOf(value.type) + std::visit(ContentText{}, value.content);
 }
 
+const char* NameOf(const Body& body) { return kBodyNames.at(body.index()); }
+
 std::string Text(const Body& body) {
-  return kBodyNames.at(body.index()) +
+  return NameOf(body) +
          std::visit([](const auto& message) { return Detail(message); }, body);
 }
 

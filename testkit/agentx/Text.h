@@ -15,6 +15,9 @@ std::string Text(const Oid& oid);
 // As "INTEGER 5", or "noSuchInstance".
 std::string Text(const Value& value);
 
+// The type of the message, as "Register".
+const char* NameOf(const Body& body);
+
 // What it asks for or answers. Of the messages that are neither, the name.
 std::string Text(const Body& body);
 

@@ -2,6 +2,7 @@
 #include "SessionTest.h"
 
 #include "agentx/VarbindWriter.h"
+#include "testkit/agentx/Text.h"
 
 namespace snmpsubagent::agentx {
 
@@ -37,27 +38,9 @@ std::vector<reference::Pdu> SessionInHand::Sent() {
 }
 
 std::vector<std::string> SessionInHand::SentTypes() {
-  static const char* const kNames[] = {"Open",
-                                       "Close",
-                                       "Register",
-                                       "Unregister",
-                                       "Get",
-                                       "GetNext",
-                                       "GetBulk",
-                                       "TestSet",
-                                       "CommitSet",
-                                       "UndoSet",
-                                       "CleanupSet",
-                                       "Notify",
-                                       "Ping",
-                                       "IndexAllocate",
-                                       "IndexDeallocate",
-                                       "AddAgentCaps",
-                                       "RemoveAgentCaps",
-                                       "Response"};
   std::vector<std::string> types;
   for (const reference::Pdu& pdu : Sent()) {
-    types.emplace_back(kNames[pdu.body.index()]);
+    types.emplace_back(reference::NameOf(pdu.body));
   }
   return types;
 }

@@ -48,12 +48,23 @@ class ASlowSet : public testing::Test {
     replies.pop_front();
     return reply;
   }
+  // What managers read of the three.
+  std::string Values() { return device.GetAll({"1.0", "2.0", "3.0"}); }
   std::string TakeCalls() {
     const std::lock_guard lock(mutex);
     return std::exchange(calls, {});
   }
 
-  const Assignments kBoth{{"1.0", Int(11)}, {"2.0", Int(12)}, {"3.0", Int(13)}};
+  const Assignments kAll{{"1.0", Int(11)}, {"2.0", Int(12)}, {"3.0", Int(13)}};
+
+  // A SET of all three, tested, whose CommitSet has been sent.
+  struct Committing : Phases {
+    explicit Committing(ASlowSet& test) : Phases(test.device) {
+      Test(test.kAll);
+      commit = SendCommit();
+    }
+    std::uint32_t commit;
+  };
 
   std::mutex mutex;
   std::deque<Reply> replies;
@@ -67,82 +78,67 @@ class ASlowSet : public testing::Test {
 
 TEST_F(ASlowSet, IsCommittedWhenItIsAnswered) {
   Phases set(device);
-  EXPECT_EQ(set.Test(kBoth), "noError");
+  EXPECT_EQ(set.Test(kAll), "noError");
   const auto commit = set.SendCommit();
   const Reply reply = Take();
   EXPECT_EQ(device.Get("3.0"), "INTEGER 3");  // others are served meanwhile
   reply.Answer(SetError::None);
   EXPECT_EQ(device.Receive(commit), "noError");
   set.Cleanup();
-  EXPECT_EQ(device.GetAll({"1.0", "2.0", "3.0"}),
-            "INTEGER 11, INTEGER 12, INTEGER 13");
+  EXPECT_EQ(Values(), "INTEGER 11, INTEGER 12, INTEGER 13");
   EXPECT_EQ(TakeCalls(), " first:1>11 2>12");
 }
 
 TEST_F(ASlowSet, IsUndoneWhenItIsRefused) {
-  Phases set(device);
-  set.Test(kBoth);
-  const auto commit = set.SendCommit();
+  Committing set(*this);
   Take().Answer(SetError::ResourceUnavailable);
-  EXPECT_EQ(device.Receive(commit), "commitFailed 2");
+  EXPECT_EQ(device.Receive(set.commit), "commitFailed 2");
   EXPECT_EQ(set.Undo(), "noError");
-  EXPECT_EQ(device.GetAll({"1.0", "2.0", "3.0"}),
-            "INTEGER 1, INTEGER 2, INTEGER 3");
+  EXPECT_EQ(Values(), "INTEGER 1, INTEGER 2, INTEGER 3");
   EXPECT_EQ(TakeCalls(), " first:1>11 2>12 first:11>1");
 }
 
 TEST_F(ASlowSet, IsRefusedWhenNobodyKeepsIt) {
-  Phases set(device);
-  set.Test(kBoth);
-  const auto commit = set.SendCommit();
+  const Committing set(*this);
   Take();
-  EXPECT_EQ(device.Receive(commit), "commitFailed 2");
+  EXPECT_EQ(device.Receive(set.commit), "commitFailed 2");
 }
 
 TEST_F(ASlowSet, ThatIsRefusedLeavesWhatTheApplicationHasStoredMeanwhile) {
-  Phases set(device);
-  set.Test(kBoth);
-  const auto commit = set.SendCommit();
+  const Committing set(*this);
   const Reply reply = Take();
   slow.Set(77);
   reply.Answer(SetError::ResourceUnavailable);
-  EXPECT_EQ(device.Receive(commit), "commitFailed 2");
+  EXPECT_EQ(device.Receive(set.commit), "commitFailed 2");
   EXPECT_EQ(device.GetAll({"1.0", "2.0"}), "INTEGER 1, INTEGER 77");
 }
 
 TEST_F(ASlowSet, CountsItsFirstAnswer) {
-  Phases set(device);
-  set.Test(kBoth);
-  const auto commit = set.SendCommit();
+  const Committing set(*this);
   const Reply reply = Take();
   reply.Answer(SetError::None);
   reply.Answer(SetError::GenErr);
-  EXPECT_EQ(device.Receive(commit), "noError");
+  EXPECT_EQ(device.Receive(set.commit), "noError");
   EXPECT_EQ(device.Get("2.0"), "INTEGER 12");
 }
 
 TEST_F(ASlowSet, IsUndoneSlowly) {
-  Phases set(device);
-  set.Test(kBoth);
-  const auto commit = set.SendCommit();
+  Committing set(*this);
   Take().Answer(SetError::None);
-  EXPECT_EQ(device.Receive(commit), "noError");
+  EXPECT_EQ(device.Receive(set.commit), "noError");
   const auto undo = set.SendUndo();
   const Reply reply = Take();
   EXPECT_EQ(TakeCalls(), " first:1>11 2>12 12>2");
   reply.Answer(SetError::None);
   EXPECT_EQ(device.Receive(undo), "noError");
   EXPECT_EQ(TakeCalls(), " first:11>1");
-  EXPECT_EQ(device.GetAll({"1.0", "2.0", "3.0"}),
-            "INTEGER 1, INTEGER 2, INTEGER 3");
+  EXPECT_EQ(Values(), "INTEGER 1, INTEGER 2, INTEGER 3");
 }
 
 TEST_F(ASlowSet, FailsToUndoWhenItIsRefused) {
-  Phases set(device);
-  set.Test(kBoth);
-  const auto commit = set.SendCommit();
+  Committing set(*this);
   Take().Answer(SetError::None);
-  device.Receive(commit);
+  device.Receive(set.commit);
   const auto undo = set.SendUndo();
   Take().Answer(SetError::GenErr);
   EXPECT_EQ(device.Receive(undo), "undoFailed");
@@ -150,43 +146,36 @@ TEST_F(ASlowSet, FailsToUndoWhenItIsRefused) {
 }
 
 TEST_F(ASlowSet, IsUndoneBehindTheAnswerWhenTheMasterAgentGivesUp) {
-  Phases set(device);
-  set.Test(kBoth);
-  const auto commit = set.SendCommit();
+  Committing set(*this);
   const Reply committed = Take();
   const auto undo = set.SendUndo();
   device.Sync();
   committed.Answer(SetError::None);
   const Reply undone = Take();
   undone.Answer(SetError::None);
-  EXPECT_EQ(device.Receive(commit), "commitFailed");
+  EXPECT_EQ(device.Receive(set.commit), "commitFailed");
   EXPECT_EQ(device.Receive(undo), "noError");
   EXPECT_EQ(TakeCalls(), " first:1>11 2>12 12>2 first:11>1");
-  EXPECT_EQ(device.GetAll({"1.0", "2.0", "3.0"}),
-            "INTEGER 1, INTEGER 2, INTEGER 3");
+  EXPECT_EQ(Values(), "INTEGER 1, INTEGER 2, INTEGER 3");
 }
 
 TEST_F(ASlowSet, IsUndoneWhenItIsCleanedUpBeforeItIsCommitted) {
-  Phases set(device);
-  set.Test(kBoth);
-  const auto commit = set.SendCommit();
+  Committing set(*this);
   const Reply committed = Take();
   device.Master().Send(wire::CleanupSet{}, set.Transaction());
   device.Sync();
   committed.Answer(SetError::GenErr);
-  EXPECT_EQ(device.Receive(commit), "commitFailed 2");
+  EXPECT_EQ(device.Receive(set.commit), "commitFailed 2");
   EXPECT_EQ(TakeCalls(), " first:1>11 2>12 first:11>1");
 }
 
 TEST_F(ASlowSet, KeepsOthersFromItsObjects) {
-  Phases set(device);
-  set.Test(kBoth);
-  const auto commit = set.SendCommit();
+  Committing set(*this);
   const Reply reply = Take();
   EXPECT_EQ(device.Set({{"2.0", Int(22)}}), "resourceUnavailable 1");
   EXPECT_EQ(device.Set({{"3.0", Int(33)}}), "resourceUnavailable 1");
   reply.Answer(SetError::None);
-  device.Receive(commit);
+  device.Receive(set.commit);
   set.Cleanup();
   EXPECT_EQ(device.Set({{"3.0", Int(33)}}), "noError");
 }
@@ -211,10 +200,9 @@ TEST_F(ASlowSet, MayBeAnsweredWithinItsFunction) {
   slow.Apply([](int, int after, const Reply& reply) {
     reply.Answer(after == 12 ? SetError::None : SetError::WrongValue);
   });
-  EXPECT_EQ(device.Set(kBoth), "noError");
+  EXPECT_EQ(device.Set(kAll), "noError");
   EXPECT_EQ(device.Set({{"1.0", Int(1)}, {"2.0", Int(13)}}), "commitFailed 2");
-  EXPECT_EQ(device.GetAll({"1.0", "2.0", "3.0"}),
-            "INTEGER 11, INTEGER 12, INTEGER 13");
+  EXPECT_EQ(Values(), "INTEGER 11, INTEGER 12, INTEGER 13");
 }
 
 TEST_F(ASlowSet, IsUndoneWhenItsFunctionThrows) {
@@ -223,10 +211,9 @@ TEST_F(ASlowSet, IsUndoneWhenItsFunctionThrows) {
     kept.push_back(std::move(reply));
     throw std::runtime_error("no");
   });
-  EXPECT_EQ(device.Set(kBoth), "commitFailed 2");
+  EXPECT_EQ(device.Set(kAll), "commitFailed 2");
   kept.at(0).Answer(SetError::None);
-  EXPECT_EQ(device.GetAll({"1.0", "2.0", "3.0"}),
-            "INTEGER 1, INTEGER 2, INTEGER 3");
+  EXPECT_EQ(Values(), "INTEGER 1, INTEGER 2, INTEGER 3");
 }
 
 TEST_F(ASlowSet, IsUndoneAroundASetterThatThrows) {
@@ -259,9 +246,7 @@ TEST_F(ASlowSet, IsUndoneAroundASetterThatThrows) {
 }
 
 TEST_F(ASlowSet, IsUndoneBehindALostConnection) {
-  Phases set(device);
-  set.Test(kBoth);
-  set.SendCommit();
+  const Committing set(*this);
   const Reply reply = Take();
   device.Lose();
   device.Accept();
@@ -269,15 +254,14 @@ TEST_F(ASlowSet, IsUndoneBehindALostConnection) {
   reply.Answer(SetError::None);
   Take().Answer(SetError::None);  // takes it back
   EXPECT_EQ(TakeCalls(), " first:1>11 2>12 12>2 first:11>1");
-  EXPECT_EQ(device.GetAll({"1.0", "2.0", "3.0"}),
-            "INTEGER 1, INTEGER 2, INTEGER 3");
+  EXPECT_EQ(Values(), "INTEGER 1, INTEGER 2, INTEGER 3");
   EXPECT_EQ(device.Set({{"1.0", Int(22)}}), "noError");
 }
 
 // A master agent that starts anew counts its transactions from the beginning.
 TEST_F(ASlowSet, IsNotTakenForOneOfTheNextSession) {
   Phases set(device, 4711);
-  set.Test(kBoth);
+  set.Test(kAll);
   set.SendCommit();
   const Reply reply = Take();
   device.Lose();
@@ -293,9 +277,7 @@ TEST_F(ASlowSet, IsNotTakenForOneOfTheNextSession) {
 }
 
 TEST_F(ASlowSet, IsUndoneAtOnceWhenTheAgentIsStopped) {
-  Phases set(device);
-  set.Test(kBoth);
-  set.SendCommit();
+  const Committing set(*this);
   const Reply reply = Take();
   device.agent.Stop();
   EXPECT_EQ(TakeCalls(), " first:1>11 2>12 first:11>1");
@@ -304,14 +286,12 @@ TEST_F(ASlowSet, IsUndoneAtOnceWhenTheAgentIsStopped) {
   EXPECT_EQ(TakeCalls(), "");
   device.Connect();
   Phases again(device);
-  EXPECT_EQ(again.Test(kBoth), "noError");
+  EXPECT_EQ(again.Test(kAll), "noError");
   EXPECT_EQ(again.Undo(), "noError");
 }
 
 TEST_F(ASlowSet, IsOverWhenTheAgentIsStoppedBehindALostConnection) {
-  Phases set(device);
-  set.Test(kBoth);
-  set.SendCommit();
+  const Committing set(*this);
   const Reply reply = Take();
   device.Lose();
   EXPECT_TRUE(Eventually([&] { return !device.agent.Connected(); }));
@@ -322,15 +302,12 @@ TEST_F(ASlowSet, IsOverWhenTheAgentIsStoppedBehindALostConnection) {
 }
 
 TEST_F(ASlowSet, FailsWhenItsObjectIsGone) {
-  Phases set(device);
-  set.Test(kBoth);
-  const auto commit = set.SendCommit();
+  const Committing set(*this);
   const Reply reply = Take();
   { const snmp::Scalar<int> gone(std::move(slow)); }
   reply.Answer(SetError::GenErr);
-  EXPECT_EQ(device.Receive(commit), "commitFailed 2");
-  EXPECT_EQ(device.GetAll({"1.0", "2.0", "3.0"}),
-            "INTEGER 1, noSuchObject, INTEGER 3");
+  EXPECT_EQ(device.Receive(set.commit), "commitFailed 2");
+  EXPECT_EQ(Values(), "INTEGER 1, noSuchObject, INTEGER 3");
 }
 
 snmp::AgentOptions Hasty() {
@@ -345,26 +322,20 @@ class ALateSet : public ASlowSet {
 };
 
 TEST_F(ALateSet, FailsBeforeTheTimeoutOfTheMasterAgent) {
-  Phases set(device);
-  set.Test(kBoth);
-  const auto commit = set.SendCommit();
-  EXPECT_EQ(device.Receive(commit), "commitFailed 2");
+  const Committing set(*this);
+  EXPECT_EQ(device.Receive(set.commit), "commitFailed 2");
   EXPECT_TRUE(device.HasLogged("32473.7.2: a SET was not answered in time"));
   Take().Answer(SetError::None);
-  EXPECT_EQ(device.GetAll({"1.0", "2.0", "3.0"}),
-            "INTEGER 1, INTEGER 2, INTEGER 3");
+  EXPECT_EQ(Values(), "INTEGER 1, INTEGER 2, INTEGER 3");
 }
 
 TEST_F(ALateSet, FailsToUndoInTime) {
-  Phases set(device);
-  set.Test(kBoth);
-  const auto commit = set.SendCommit();
+  Committing set(*this);
   Take().Answer(SetError::None);
-  EXPECT_EQ(device.Receive(commit), "noError");
+  EXPECT_EQ(device.Receive(set.commit), "noError");
   const auto undo = set.SendUndo();
   EXPECT_EQ(device.Receive(undo), "undoFailed");
-  EXPECT_EQ(device.GetAll({"1.0", "2.0", "3.0"}),
-            "INTEGER 1, INTEGER 2, INTEGER 3");
+  EXPECT_EQ(Values(), "INTEGER 1, INTEGER 2, INTEGER 3");
 }
 
 }  // namespace
