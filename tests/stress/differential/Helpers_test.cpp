@@ -8,7 +8,6 @@
 #include <gtest/gtest.h>
 #include <snmpsubagent.h>
 
-#include <cstdlib>
 #include <functional>
 #include <memory>
 #include <string>
@@ -17,8 +16,10 @@
 #include <vector>
 
 #include "HelperTable.h"
+#include "ManagersView.h"
 #include "NetSNMPAgentGuard.h"
 #include "Random.h"
+#include "Seed.h"
 #include "support/TestSubAgent.h"
 #include "testkit/Deadlines.h"
 #include "testkit/WaitFor.h"
@@ -270,24 +271,6 @@ class Requests {
   const Pairs& pairs_;
 };
 
-// See Objects_test.cpp: what a name without an instance is.
-std::string TextOf(agentx::Response response) {
-  response.sysUpTime = 0;
-  for (agentx::Varbind& varbind : response.varbinds) {
-    if (varbind.value.type == agentx::Type::kNoSuchObject) {
-      varbind.value.type = agentx::Type::kNoSuchInstance;
-    }
-  }
-  return agentx::Text(response);
-}
-
-std::uint32_t Seed() {
-  const char* const text = std::getenv("SNMPSUBAGENT_DIFFERENTIAL_SEED");
-  return text == nullptr
-             ? 20240101
-             : static_cast<std::uint32_t>(std::strtoul(text, nullptr, 10));
-}
-
 class SubAgent : public support::TestSubAgent {
  public:
   SubAgent(int port, const Pairs& pairs) : TestSubAgent(port), pairs_(pairs) {}
@@ -328,7 +311,8 @@ void ExpectAlike(MakeHelperTable make, int requests) {
       random.Element(pairs)->Change(random);
     }
     const agentx::Body request = next.Next();
-    ASSERT_EQ(TextOf(master.Ask(request)), TextOf(other->Ask(request)))
+    ASSERT_EQ(ManagersView(master.Ask(request)),
+              ManagersView(other->Ask(request)))
         << "request " << i << ", seed " << Seed() << ": "
         << agentx::Text(request);
   }

@@ -8,12 +8,12 @@
 #include <gtest/gtest.h>
 #include <snmpsubagent.h>
 
-#include <cstdlib>
 #include <map>
 #include <memory>
 #include <tuple>
 #include <vector>
 
+#include "ManagersView.h"
 #include "NetSNMPAgentGuard.h"
 #include "NetSNMPBoolNodeData.h"
 #include "NetSNMPDataNode.h"
@@ -25,6 +25,7 @@
 #include "NetSNMPUnsignedIntNodeData.h"
 #include "PlainTable.h"
 #include "Random.h"
+#include "Seed.h"
 #include "support/NodeRegistry.h"
 #include "support/TestSubAgent.h"
 #include "testkit/Deadlines.h"
@@ -267,26 +268,6 @@ class Requests {
   std::vector<Key> keys_;
 };
 
-// Whether a name without an instance belongs to an object depends on what has
-// been registered for it, which is not alike; a master agent that has both
-// kinds of registration tells managers the same.
-std::string TextOf(agentx::Response response) {
-  response.sysUpTime = 0;
-  for (agentx::Varbind& varbind : response.varbinds) {
-    if (varbind.value.type == agentx::Type::kNoSuchObject) {
-      varbind.value.type = agentx::Type::kNoSuchInstance;
-    }
-  }
-  return agentx::Text(response);
-}
-
-std::uint32_t Seed() {
-  const char* const text = std::getenv("SNMPSUBAGENT_DIFFERENTIAL_SEED");
-  return text == nullptr
-             ? 20240101
-             : static_cast<std::uint32_t>(std::strtoul(text, nullptr, 10));
-}
-
 template <typename OtherWay>
 void ExpectAlike(int rows, int requests, std::size_t registrations) {
   const support::NodeRegistry registry;
@@ -318,7 +299,8 @@ void ExpectAlike(int rows, int requests, std::size_t registrations) {
   for (int i = 0; i < requests; ++i) {
     if (random.OneIn(20)) addRow();
     const agentx::Body request = next.Next();
-    ASSERT_EQ(TextOf(master.Ask(request)), TextOf(otherMaster->Ask(request)))
+    ASSERT_EQ(ManagersView(master.Ask(request)),
+              ManagersView(otherMaster->Ask(request)))
         << "request " << i << ", seed " << Seed() << ": "
         << agentx::Text(request);
   }

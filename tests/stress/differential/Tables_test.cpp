@@ -9,8 +9,9 @@
 // makes it that many times longer.
 #include <gtest/gtest.h>
 
-#include <cstdlib>
+#include <cstdio>
 
+#include "Seed.h"
 #include "World.h"
 
 namespace {
@@ -22,16 +23,8 @@ constexpr std::uint32_t kShorter = 20;
 constexpr std::uint32_t kShorter = 1;
 #endif
 
-std::uint32_t Setting(const char* variable, std::uint32_t otherwise) {
-  const char* const text = std::getenv(variable);
-  return text == nullptr
-             ? otherwise
-             : static_cast<std::uint32_t>(std::strtoul(text, nullptr, 10));
-}
-
 void ExpectAlike(const std::vector<Shape>& shapes, std::uint32_t requests) {
-  const std::uint32_t seed =
-      Setting("SNMPSUBAGENT_DIFFERENTIAL_SEED", 20240101);
+  const std::uint32_t seed = Seed();
   requests *= Setting("SNMPSUBAGENT_DIFFERENTIAL_TIMES", 1);
   requests /= kShorter;
   std::printf("seed %u, %u requests\n", seed, requests);
