@@ -216,6 +216,16 @@ TEST_F(AResponse, ToNothingThatWasAskedIsDropped) {
   EXPECT_TRUE(session().Output().empty());
 }
 
+// Both sides number their own messages.
+TEST_F(ARequest, WithThePacketIdOfOneOfOursIsNoResponseToIt) {
+  Register("1.3.6.1.4.1.32473.1");
+  const auto sent = Sent();
+  Receive(reference::Get{}, kSessionId, sent.at(0).header.packetId);
+  EXPECT_THAT(Told(), ElementsAre("request"));
+  Answer(sent[0]);
+  EXPECT_THAT(Told(), ElementsAre("registration 1: noError"));
+}
+
 TEST_F(AResponse, IsMatchedByItsPacketIdInAnyOrder) {
   StartOpen();
   Register("1.3.6.1.4.1.32473.1");

@@ -243,6 +243,10 @@ void Phases::Cleanup() {
   device_.Sync();
 }
 
+std::uint32_t Phases::SendTest(const Assignments& assignments) {
+  return device_.Master().Send(TestSetOf(assignments), transaction_);
+}
+
 std::uint32_t Phases::SendCommit() {
   return device_.Master().Send(wire::CommitSet{}, transaction_);
 }

@@ -106,6 +106,7 @@ class Phases {
   void Cleanup();
 
   // Those that are answered later; see Device::Receive().
+  std::uint32_t SendTest(const Assignments& assignments);
   std::uint32_t SendCommit();
   std::uint32_t SendUndo();
 

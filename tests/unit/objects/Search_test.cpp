@@ -212,6 +212,18 @@ TEST_F(AnAgent, KeepsContextsApart) {
   EXPECT_EQ(device.Set({{"1.0", Int(5)}}), "notWritable 1");
 }
 
+TEST_F(AnAgent, ComparesContextsByAllOfTheirOctets) {
+  snmp::ModuleOptions options;
+  options.context = "east";
+  snmp::Module east(device.agent, kBase, options);
+  Add(east, "1", 2);
+  device.Connect(2);
+  device.Master().SetContext(std::string("east\0", 5));
+  EXPECT_EQ(device.Get("1.0"), "noSuchObject");
+  device.Master().SetContext("east");
+  EXPECT_EQ(device.Get("1.0"), "INTEGER 2");
+}
+
 TEST(AnAgentsContext, IsThatOfModulesThatNameNone) {
   snmp::AgentOptions options = Device::Options();
   options.context = "south";

@@ -362,6 +362,20 @@ TEST_F(AWatchedSet, AnswersPhasesOutOfOrder) {
   EXPECT_EQ(All(), kAfter);
 }
 
+TEST_F(AWatchedSet, IsServedPhaseByPhaseWhenAllArriveTogether) {
+  Phases set(device);
+  std::vector<std::uint32_t> sent;
+  {
+    const auto lock = device.agent.Lock();  // nothing is read meanwhile
+    sent = {set.SendTest(kAll), set.SendCommit(), set.SendCommit(),
+            set.SendUndo(), set.SendUndo()};
+  }
+  for (const std::uint32_t request : sent) {
+    EXPECT_EQ(device.Receive(request), "noError");
+  }
+  EXPECT_EQ(All(), kBefore);
+}
+
 TEST_F(AWatchedSet, IsUndoneWhenTheConnectionIsLostBetweenPhases) {
   for (int phases = 0; phases < 3; ++phases) {
     Phases set(device);
