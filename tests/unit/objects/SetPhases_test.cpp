@@ -494,7 +494,7 @@ TEST_F(AWatchedSet, OutlivesObjectsThatItsFunctionsDestroy) {
     Watch(*doomed, std::string(where).back() == 'a' ? "a" : "b");
     {
       const auto lock = device.agent.Lock();
-      allow = [this, where, &doomed](const std::string& asked) {
+      allow = [where, &doomed](const std::string& asked) {
         if (asked == where) {
           doomed.reset();
         }
