@@ -6,26 +6,14 @@
 //   objects_loaded_table [host port]
 //
 // Host and port are where the master agent takes AgentX sessions.
-#include <signal.h>
-
-#include <string>
-
+#include "../common/ServiceProcess.h"
 #include "Files.h"
 
 int main(int argc, char* argv[]) {
-  sigset_t signals;
-  sigemptyset(&signals);
-  sigaddset(&signals, SIGINT);
-  sigaddset(&signals, SIGTERM);
-  // Before there is another thread, so that only this one gets them.
-  pthread_sigmask(SIG_BLOCK, &signals, nullptr);
-
-  snmp::AgentOptions options;
-  if (argc > 2) options.master = std::string("tcp:") + argv[1] + ":" + argv[2];
-  snmp::Agent agent("objects_loaded_table", options);
+  const EndSignals signals;
+  snmp::Agent agent("objects_loaded_table", OptionsFrom(argc, argv));
   const Files files(agent, "/etc");
 
   agent.Start();
-  int signal = 0;
-  sigwait(&signals, &signal);
+  signals.Wait();
 }

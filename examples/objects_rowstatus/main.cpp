@@ -5,26 +5,14 @@
 //
 //   objects_rowstatus [host port]      where the master agent takes AgentX
 //   sessions
-#include <signal.h>
-
-#include <string>
-
+#include "../common/ServiceProcess.h"
 #include "Users.h"
 
 int main(int argc, char* argv[]) {
-  sigset_t signals;
-  sigemptyset(&signals);
-  sigaddset(&signals, SIGINT);
-  sigaddset(&signals, SIGTERM);
-  // Before there is another thread, so that only this one gets them.
-  pthread_sigmask(SIG_BLOCK, &signals, nullptr);
-
-  snmp::AgentOptions options;
-  if (argc > 2) options.master = std::string("tcp:") + argv[1] + ":" + argv[2];
-  snmp::Agent agent("objects_rowstatus", options);
+  const EndSignals signals;
+  snmp::Agent agent("objects_rowstatus", OptionsFrom(argc, argv));
   const Users users(agent);
 
   agent.Start();
-  int signal = 0;
-  sigwait(&signals, &signal);
+  signals.Wait();
 }

@@ -4,28 +4,16 @@
 // Managers see them under their names and switch them on and off.
 //
 //   objects_table [host port]      where the master agent takes AgentX sessions
-#include <signal.h>
-
-#include <string>
-
+#include "../common/ServiceProcess.h"
 #include "Pumps.h"
 
 int main(int argc, char* argv[]) {
-  sigset_t signals;
-  sigemptyset(&signals);
-  sigaddset(&signals, SIGINT);
-  sigaddset(&signals, SIGTERM);
-  // Before there is another thread, so that only this one gets them.
-  pthread_sigmask(SIG_BLOCK, &signals, nullptr);
-
-  snmp::AgentOptions options;
-  if (argc > 2) options.master = std::string("tcp:") + argv[1] + ":" + argv[2];
-  snmp::Agent agent("objects_table", options);
+  const EndSignals signals;
+  snmp::Agent agent("objects_table", OptionsFrom(argc, argv));
   Pumps pumps(agent);
   pumps.Install("feed", {120, PumpState::On});
   pumps.Install("drain", {80, PumpState::Off});
 
   agent.Start();
-  int signal = 0;
-  sigwait(&signals, &signal);
+  signals.Wait();
 }
