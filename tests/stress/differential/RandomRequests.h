@@ -5,8 +5,8 @@
 #include <deque>
 #include <vector>
 
-#include "Random.h"
 #include "TablePair.h"
+#include "support/Random.h"
 #include "testkit/agentx/Pdu.h"
 
 // Requests of one to five varbinds for tables, as the fast way serves them: for

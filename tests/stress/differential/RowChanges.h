@@ -2,8 +2,8 @@
 #ifndef SNMPSUBAGENT_TESTS_DIFFERENTIAL_ROWCHANGES_H_
 #define SNMPSUBAGENT_TESTS_DIFFERENTIAL_ROWCHANGES_H_
 
-#include "Random.h"
 #include "TablePair.h"
+#include "support/Random.h"
 
 // Adds a row with random indexes and cells, or replaces one.
 void AddRandomRow(Rows& rows, Random& random);

@@ -11,7 +11,7 @@
 #include "NetSNMPTableEntryNode.h"
 #include "NetSNMPTableNode.h"
 #include "PlainTable.h"
-#include "Random.h"
+#include "support/Random.h"
 #include "testkit/agentx/Pdu.h"
 
 // The two ways of serving a table: the sub-identifier after the root.

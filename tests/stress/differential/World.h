@@ -8,11 +8,11 @@
 #include <string>
 #include <vector>
 
-#include "Random.h"
 #include "RandomRequests.h"
 #include "SubAgent.h"
 #include "TablePair.h"
 #include "support/NodeRegistry.h"
+#include "support/Random.h"
 #include "testkit/agentx/Codec.h"
 #include "testkit/agentx/MasterSession.h"
 

@@ -9,19 +9,6 @@
 
 using testkit::Deadlines;
 
-namespace {
-
-// What follows `key` in the text, up to the end of the word or line.
-std::string After(const std::string& text, const std::string& key,
-                  const char* end) {
-  const std::size_t found = text.find(key);
-  if (found == std::string::npos) return {};
-  const std::size_t begin = found + key.size();
-  return text.substr(begin, text.find_first_of(end, begin) - begin);
-}
-
-}  // namespace
-
 void Lines::Add(const std::string& line) {
   const std::lock_guard lock(mutex_);
   lines_.push_back(line);
@@ -90,19 +77,4 @@ std::string Served::Shown(const std::string& oid) const {
 
 std::string Served::Set(const std::vector<std::string>& words) const {
   return SetAt(master.Manager(), words);
-}
-
-std::string ShownAt(const testkit::Manager& manager, const std::string& name) {
-  return After(manager.Get(name).out, name + " = ", "\n");
-}
-
-std::string SetAt(const testkit::Manager& manager,
-                  const std::vector<std::string>& words) {
-  const testkit::CommandResult result = manager.Set(words);
-  if (result.Succeeded()) return "None";
-  std::string reason = After(result.error, "Reason: ", " \n");
-  if (reason == "(genError)") reason = "genErr";
-  const std::string object = After(result.error, "Failed object: ", "\n");
-  if (reason.empty()) return result.error;
-  return object.empty() ? reason : reason + " " + object;
 }

@@ -8,9 +8,14 @@
 #include <string>
 #include <vector>
 
+#include "support/Answers.h"
 #include "testkit/MasterAgent.h"
 
 namespace snmp = snmpsubagent;
+
+// Of any master agent's managers.
+using support::SetAt;
+using support::ShownAt;
 
 // The log lines of an agent. Threads: any.
 class Lines {
@@ -58,10 +63,5 @@ struct Served {
   snmp::Agent agent;
   snmp::Module module;
 };
-
-// The same for any master agent's managers.
-std::string SetAt(const testkit::Manager& manager,
-                  const std::vector<std::string>& words);
-std::string ShownAt(const testkit::Manager& manager, const std::string& name);
 
 #endif  // SNMPSUBAGENT_TESTS_OBJECTS_SERVED_H_

@@ -1,6 +1,6 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
-#ifndef SNMPSUBAGENT_TESTS_DIFFERENTIAL_RANDOM_H_
-#define SNMPSUBAGENT_TESTS_DIFFERENTIAL_RANDOM_H_
+#ifndef SNMPSUBAGENT_TESTS_RANDOM_H_
+#define SNMPSUBAGENT_TESTS_RANDOM_H_
 
 #include <cstdint>
 #include <initializer_list>
@@ -41,4 +41,4 @@ class Random {
   std::mt19937 engine_;
 };
 
-#endif  // SNMPSUBAGENT_TESTS_DIFFERENTIAL_RANDOM_H_
+#endif  // SNMPSUBAGENT_TESTS_RANDOM_H_

@@ -1,9 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
-#include "Model.h"
+#include "NodeService.h"
 
-#include <algorithm>
-#include <stdexcept>
-
+#include "Expectations.h"
 #include "NetSNMPAgentGuard.h"
 #include "NetSNMPSizedCharNodeData.h"
 #include "support/Oid.h"
@@ -23,25 +21,9 @@ constexpr int kSlots = 4;
 
 std::string TrapOid() { return ".1.3.6.1.4.1.32473.99.0.1"; }
 
-std::string Joined(const std::vector<std::string>& lines) {
-  std::string text;
-  for (const std::string& line : lines) text += "  " + line + "\n";
-  return text;
-}
-
-void RequireSame(const std::vector<std::string>& served,
-                 const std::vector<std::string>& known) {
-  Require(served == known,
-          "served:\n" + Joined(served) + "expected:\n" + Joined(known));
-}
-
 }  // namespace
 
-void Require(bool holds, const std::string& what) {
-  if (!holds) throw std::runtime_error(what);
-}
-
-Model::Model() {
+NodeService::NodeService(int masterPort) : subAgent_(masterPort) {
   const eNodeAccessMode mode = eNodeAccessReadWrite;
   support::AddScalar(1, "number", NetSNMPIntNodeData(&number_, mode));
   support::AddScalar(2, "count", NetSNMPUnsignedIntNodeData(&count_, mode));
@@ -60,15 +42,33 @@ Model::Model() {
   for (unsigned long unit = 1; unit <= 5; ++unit) AddRow({unit, 1});
 }
 
-void Model::Change() {
+void NodeService::Start() {
+  subAgent_.RegisterSubAgentCallback("soak", &receiver_);
+  Require(subAgent_.StartAndConnect(), "the node classes do not connect");
+}
+
+void NodeService::AwaitLoss() {
+  states_.push_back(0);
+  Require(receiver_.WaitForStates(states_), "the node classes miss the loss");
+}
+
+void NodeService::AwaitSession() {
+  states_.push_back(1);
+  Require(subAgent_.WaitForConnections(++sessions_) &&
+              receiver_.WaitForStates(states_),
+          "the node classes do not connect again");
+}
+
+void NodeService::Change() {
   const NetSNMPAgentGuard guard;
-  number_ = Random(1000) - 500;
-  count_ = static_cast<unsigned int>(Random(1000)) + 4294966000U;
-  NetSNMPDataNode::SetNodeData("text", "text " + std::to_string(Random(1000)));
-  for (int i = Random(4); i > 0; --i) {
-    const Row row{Random(20), Random(kSlots)};
+  number_ = random_.Between(-500, 499);
+  count_ = random_.Below(1000) + 4294966000U;
+  NetSNMPDataNode::SetNodeData("text",
+                               "text " + std::to_string(random_.Below(1000)));
+  for (auto i = random_.Below(4); i > 0; --i) {
+    const Row row{random_.Below(20), random_.Below(kSlots)};
     if (rows_.size() >= kMostRows ||
-        (rows_.count(row) != 0 && Random(2) == 0)) {
+        (rows_.count(row) != 0 && random_.OneIn(2))) {
       RemoveRow(rows_.count(row) != 0 ? row : rows_.begin()->first);
     } else {
       AddRow(row);
@@ -76,10 +76,10 @@ void Model::Change() {
   }
 }
 
-void Model::Set(const testkit::Manager& manager) {
-  const int number = Random(1000);
-  const std::string label = "label " + std::to_string(Random(1000));
-  const bool truth = Random(2) == 0;
+void NodeService::Set(const testkit::Manager& manager) {
+  const int number = random_.Between(0, 999);
+  const std::string label = "label " + std::to_string(random_.Below(1000));
+  const bool truth = random_.OneIn(2);
   const testkit::CommandResult result =
       manager.Set({ScalarOid(1), "i", std::to_string(number), ScalarOid(5), "s",
                    label, ScalarOid(3), "i", truth ? "1" : "2"});
@@ -89,50 +89,31 @@ void Model::Set(const testkit::Manager& manager) {
   const NetSNMPAgentGuard guard;
   Require(number_ == number && label_.data() == label && truth_ == truth,
           "a SET did not reach the variables");
+  ++done_.sets;
 }
 
-void Model::RequireServed(const testkit::Manager& manager) const {
-  RequireSame(manager.Objects(support::ScalarsOid()), Scalars());
-  RequireSame(manager.Objects(support::TableOid(kTable)), Cells());
-  std::vector<std::string> bulk =
-      manager.BulkWalk(support::TableOid(kTable)).Lines();
-  bulk.erase(std::remove_if(bulk.begin(), bulk.end(),
-                            [](const std::string& line) {
-                              return line.find(" = No ") != std::string::npos;
-                            }),
-             bulk.end());
-  RequireSame(bulk, Cells());
+void NodeService::RequireServed(const testkit::Manager& manager) const {
+  RequireWalked(manager, support::ScalarsOid(), Scalars());
+  RequireWalked(manager, support::TableOid(kTable), Cells());
 }
 
-void Model::Fire() {
+void NodeService::Notify() {
   {
     const NetSNMPAgentGuard guard;
     ++fired_;
   }
   Require(trap_->TriggerV2Trap(firedNode_), "a trap was not sent");
+  ++done_.notifications;
 }
 
-void Model::RequireReceived(const std::vector<std::string>& received) const {
-  Require(received.size() == Fired(), std::to_string(received.size()) +
-                                          " traps of " +
-                                          std::to_string(fired_) + " arrived");
-  for (std::size_t i = 0; i < received.size(); ++i) {
-    const std::string end = TrapOid() + "; " + ScalarOid(6) +
-                            " = INTEGER: " + std::to_string(i + 1);
-    const std::string& line = received[i];
-    Require(line.size() >= end.size() &&
-                line.compare(line.size() - end.size(), end.size(), end) == 0,
-            "a trap arrived as: " + line);
-  }
+void NodeService::RequireNotified(
+    const std::vector<std::string>& received) const {
+  RequireNumbered(received, TrapOid(), ScalarOid(6), done_.notifications);
 }
 
-int Model::Random(int below) {
-  return static_cast<int>(random_() % static_cast<unsigned int>(below));
-}
-
-void Model::AddRow(const Row& row) {
-  const int number = Random(1000);
-  const std::string text(static_cast<std::size_t>(1 + Random(60)), 'x');
+void NodeService::AddRow(const Row& row) {
+  const int number = random_.Between(0, 999);
+  const std::string text(1 + random_.Below(60), 'x');
   Require(store_->AddRow(Values(Index(Int(static_cast<int>(row.first))),
                                 Index(Int(static_cast<int>(row.second))),
                                 Int(number), Text(text))),
@@ -140,14 +121,14 @@ void Model::AddRow(const Row& row) {
   rows_[row] = {number, text};
 }
 
-void Model::RemoveRow(const Row& row) {
+void NodeService::RemoveRow(const Row& row) {
   Require(store_->RemoveRow("row." + std::to_string(row.first) + "." +
                             std::to_string(row.second)),
           "a row was not there");
   rows_.erase(row);
 }
 
-std::vector<std::string> Model::Scalars() const {
+std::vector<std::string> NodeService::Scalars() const {
   const NetSNMPAgentGuard guard;
   return {ScalarOid(1) + " = INTEGER: " + std::to_string(number_),
           ScalarOid(2) + " = Gauge32: " + std::to_string(count_),
@@ -157,7 +138,7 @@ std::vector<std::string> Model::Scalars() const {
           ScalarOid(6) + " = INTEGER: " + std::to_string(fired_)};
 }
 
-std::vector<std::string> Model::Cells() const {
+std::vector<std::string> NodeService::Cells() const {
   std::vector<std::string> numbers;
   std::vector<std::string> texts;
   for (const auto& row : rows_) {
