@@ -1,62 +1,17 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
-#include <chrono>
-#include <memory>
-
-#include "compare/Contest.h"
 #include "compare/Experiments.h"
+#include "compare/Pair.h"
 #include "compare/Statistics.h"
 #include "master/DirectMaster.h"
 #include "master/SnmpdMaster.h"
 
-namespace agentx = testkit::agentx;
-
 namespace {
-
-using std::chrono_literals::operator""ms;
 
 const Publisher kScalars{Base::kNodeClasses, "scalars"};
 const Publisher kScalarsInC{Base::kAgentLibrary, "scalars"};
 const Publisher kTable{Base::kNodeClasses, "table"};
 const Publisher kIteratorInC{Base::kAgentLibrary, "iterator"};
 const Publisher kContainerInC{Base::kAgentLibrary, "container"};
-
-constexpr char kUnit[] = "us";
-
-std::chrono::milliseconds Budget(const Setup& setup) {
-  return setup.Choose(1000ms, 4000ms);
-}
-
-// The library and a peer, alive at once, each behind a master of its own.
-template <typename MasterType>
-class Pair {
- public:
-  Pair(const Publisher& library, const Publisher& peer, unsigned int count)
-      : library_(library, count, std::make_unique<MasterType>()),
-        peer_(peer, count, std::make_unique<MasterType>()) {}
-
-  // The costs per request of both, as a figure.
-  Figure Compete(const std::string& name, const Workload& workload,
-                 std::chrono::milliseconds budget, std::optional<double> goal) {
-    const auto costs = Contest({&library_, &peer_}, workload).Run(budget);
-    return {name, kUnit, peer_.Name(), costs[0], costs[1], goal};
-  }
-
-  // Sends the same 100 requests to both; throws std::runtime_error when two
-  // responses differ.
-  void Compare(const Workload& workload) {
-    for (unsigned int step = 0; step < 100; ++step) {
-      const agentx::Body request = workload(step);
-      RequireSameAnswer(request, library_, library_.Put(request), peer_,
-                        peer_.Put(request));
-    }
-  }
-
- private:
-  Subject library_;
-  Subject peer_;
-};
-
-std::string Rows(unsigned int count) { return std::to_string(count) + " rows"; }
 
 std::optional<double> GoalOfGet(unsigned int scalars) {
   switch (scalars) {
@@ -91,8 +46,9 @@ void MeasureSet(Setup& setup) {
 double MeasureGetNext(Setup& setup, unsigned int rows, const Publisher& peer,
                       std::optional<double> goal) {
   Pair<DirectMaster> pair(kTable, peer, rows);
-  const Figure figure = pair.Compete("GETNEXT in a table of " + Rows(rows),
-                                     GetNextCell(rows), Budget(setup), goal);
+  const Figure figure =
+      pair.Compete("GETNEXT in a table of " + std::to_string(rows) + " rows",
+                   GetNextCell(rows), Budget(setup), goal);
   setup.report.Add(figure);
   setup.report.AddPoint("getnext", figure.peer, rows, Median(figure.ofPeer));
   return Median(figure.library);
@@ -142,17 +98,6 @@ void MeasureFiveColumns(Setup& setup) {
                                 GetFiveColumns(1000), Budget(setup), 0.15));
 }
 
-void MeasureNotification(Setup& setup, const std::string& name, Base base,
-                         double goal) {
-  constexpr int kEach = 100;
-  Pair<DirectMaster> pair({base, "traps"}, {Base::kAgentLibrary, "traps"}, 1);
-  Figure figure =
-      pair.Compete(name, SendNotifications(kEach), Budget(setup), goal);
-  for (double& cost : figure.library) cost /= kEach;
-  for (double& cost : figure.ofPeer) cost /= kEach;
-  setup.report.Add(figure);
-}
-
 }  // namespace
 
 void MeasureScalars(Setup& setup) {
@@ -173,50 +118,11 @@ void MeasureTables(Setup& setup) {
 }
 
 void MeasureNotifications(Setup& setup) {
-  MeasureNotification(setup, "notification", Base::kNodeClasses, 1.00);
-}
-
-void MeasureObjects(Setup& setup) {
-  const Publisher scalars{Base::kObjects, "scalars"};
-  const Publisher table{Base::kObjects, "table"};
-  for (const unsigned int count : {100U, 5000U}) {
-    Pair<DirectMaster> pair(scalars, kScalarsInC, count);
-    setup.report.Add(pair.Compete(
-        "objects: GET of a scalar, " + std::to_string(count) + " in a module",
-        GetScalar(count), Budget(setup), count == 100 ? 0.35 : 0.02));
-  }
-  {
-    Pair<DirectMaster> pair(scalars, kScalarsInC, 100);
-    setup.report.Add(pair.Compete("objects: SET of a scalar", SetScalar(100),
-                                  Budget(setup), 0.35));
-    pair.Compare(SetScalar(100));
-    pair.Compare(GetScalar(100));
-  }
-  std::vector<double> rows;
-  std::vector<double> costs;
-  std::vector<unsigned int> counts{100, 1000, 100000};
-  if (!setup.quick) counts = {100, 1000, 10000, 100000, 1000000};
-  for (const unsigned int count : counts) {
-    Pair<DirectMaster> pair(table, kContainerInC, count);
-    const Figure figure = pair.Compete(
-        "objects: GETNEXT in a table of " + Rows(count), GetNextCell(count),
-        Budget(setup), count < 100000 ? 0.35 : 0.40);
-    setup.report.Add(figure);
-    setup.report.AddPoint("getnext", "objects", count, Median(figure.library));
-    rows.push_back(count);
-    costs.push_back(Median(figure.library));
-  }
-  setup.report.Add("objects: exponent of growth", "",
-                   GrowthExponent(rows, costs), 0.1);
-  {
-    Pair<DirectMaster> pair(table, kContainerInC, 1000);
-    setup.report.Add(
-        pair.Compete("objects: GETNEXT of five columns of 1,000 rows",
-                     GetNextFiveColumns(1000), Budget(setup), 0.30));
-    setup.report.Add(pair.Compete("objects: GET of five columns of 1,000 rows",
-                                  GetFiveColumns(1000), Budget(setup), 0.30));
-  }
-  MeasureNotification(setup, "objects: notification", Base::kObjects, 0.35);
+  constexpr int kEach = 100;
+  Pair<DirectMaster> pair({Base::kNodeClasses, "traps"},
+                          {Base::kAgentLibrary, "traps"}, 1);
+  setup.report.Add(pair.Compete("notification", SendNotifications(kEach),
+                                Budget(setup), 1.00, kEach));
 }
 
 // SETs are only compared: snmpd responds to them before the subagent has

@@ -52,9 +52,27 @@ void Compare(Setup& setup, const std::string& name, const Publisher& library,
   setup.report.Add(figure);
 }
 
+void CompareResidentMemory(Setup& setup, const std::string& name, Base base,
+                           double goal) {
+  const auto measured = [](Base of) {
+    return Subject({of, "scalars"}, kFew, std::make_unique<DirectMaster>())
+        .ResidentMemory();
+  };
+  setup.report.Add({name,
+                    "bytes",
+                    Publisher{Base::kAgentLibrary, "scalars"}.Name(),
+                    {measured(base)},
+                    {measured(Base::kAgentLibrary)},
+                    goal});
+}
+
 }  // namespace
 
 void MeasureMemory(Setup& setup) {
+  CompareResidentMemory(setup, "resident memory with 100 scalars",
+                        Base::kNodeClasses, 1.2);
+  CompareResidentMemory(setup, "objects: resident memory with 100 scalars",
+                        Base::kObjects, 0.45);
   Compare(setup, "memory per scalar", {Base::kNodeClasses, "scalars"},
           {Base::kAgentLibrary, "scalars"}, 5000, 1.15);
   Compare(setup, "objects: memory per scalar", {Base::kObjects, "scalars"},

@@ -23,6 +23,8 @@ const char* ProgramOf(Base base) {
       return BENCH_SUBAGENT;
     case Base::kObjects:
       return BENCH_SERVICE;
+    case Base::kSystemAlone:
+      return BENCH_LOOP;
     default:
       return BENCH_PEER;
   }
@@ -36,10 +38,14 @@ std::vector<std::string> Command(const Publisher& publisher, int port,
   return command;
 }
 
-// Of a table only one subtree is registered, and so of all objects of a module.
+// Of a table only one subtree is registered, and so of all objects of a module
+// and of the bare loop.
 std::size_t SubtreesOf(const Publisher& publisher, unsigned int count) {
   const std::string& kind = publisher.kind;
-  if (publisher.base == Base::kObjects) return 1;
+  if (publisher.base == Base::kObjects ||
+      publisher.base == Base::kSystemAlone) {
+    return 1;
+  }
   if (kind == "scalars") return count;
   return kind == "traps" ? 2 : 1;
 }
@@ -58,6 +64,8 @@ std::string Publisher::Name() const {
       return "library";
     case Base::kObjects:
       return "objects";
+    case Base::kSystemAlone:
+      return "bare loop";
     default:
       return "C " + kind;
   }
@@ -108,12 +116,12 @@ Subject::CpuTime Subject::UsedForLoading() const {
   return CpuTime(microseconds);
 }
 
-double Subject::AnonymousMemory() const {
+double Subject::Memory(const std::string& sum) const {
   std::ifstream rollup("/proc/" + std::to_string(process_->Id()) +
                        "/smaps_rollup");
   for (std::string word; rollup >> word;) {
     double kilobytes = 0;
-    if (word == "Anonymous:" && rollup >> kilobytes) return 1024 * kilobytes;
+    if (word == sum && rollup >> kilobytes) return 1024 * kilobytes;
     rollup.ignore(std::numeric_limits<std::streamsize>::max(), '\n');
   }
   throw std::runtime_error(name_ + ": its memory cannot be read");

@@ -13,9 +13,9 @@
 #include "testkit/ScratchDirectory.h"
 
 // On what a subagent is built.
-enum class Base { kNodeClasses, kObjects, kAgentLibrary };
+enum class Base { kNodeClasses, kObjects, kAgentLibrary, kSystemAlone };
 
-// A kind of bench_subagent, bench_service or bench_peer.
+// A kind of bench_subagent, bench_service, bench_peer or bench_loop.
 struct Publisher {
   Base base;
   std::string kind;
@@ -48,13 +48,17 @@ class Subject {
   // The part of it that loading the program has taken.
   CpuTime UsedForLoading() const;
 
-  // Anonymous memory of the process, in bytes.
-  double AnonymousMemory() const;
+  // Memory of the process in bytes: anonymous, and all that is resident.
+  double AnonymousMemory() const { return Memory("Anonymous:"); }
+  double ResidentMemory() const { return Memory("Rss:"); }
 
   // Ends the process, and waits.
   void End() { process_.reset(); }
 
  private:
+  // One of the sums of its memory that the system has.
+  double Memory(const std::string& sum) const;
+
   std::filesystem::path Log() const { return directory_.Path() / "log"; }
 
   std::string name_;

@@ -1,0 +1,16 @@
+# SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+set terminal svg size 800,500 background "white"
+set output "objects-get.svg"
+set datafile separator ","
+set datafile missing NaN
+set key left top
+set grid
+set logscale xy
+set title "CPU time per GET of a scalar, the objects"
+set xlabel "scalars in a module"
+set ylabel "microseconds"
+subjects = "objects 'C scalars'"
+of(subject) = stringcolumn(1) eq subject ? column(3) : NaN
+plot for [i=1:words(subjects)] "objects-get.csv" \
+  using 2:(of(word(subjects, i))) smooth unique with linespoints \
+  title word(subjects, i)
