@@ -104,22 +104,5 @@ TEST(AnOid, StandsInTheOrderOfAWalk) {
   }
 }
 
-TEST(AnOidView, BeginsWithAPrefix) {
-  const Oid oid("1.3.6.1");
-  EXPECT_TRUE(oid.View().StartsWith(Oid("1.3")));
-  EXPECT_TRUE(oid.View().StartsWith(oid));
-  EXPECT_TRUE(oid.View().StartsWith(Oid()));
-  EXPECT_FALSE(oid.View().StartsWith(Oid("1.3.6.1.0")));
-  EXPECT_FALSE(oid.View().StartsWith(Oid("1.4")));
-}
-
-TEST(AnOidView, IsSplitAtAnyPlace) {
-  const Oid oid("1.3.6");
-  EXPECT_EQ(Oid(oid.View().First(2)), Oid("1.3"));
-  EXPECT_EQ(Oid(oid.View().After(2)), Oid("6"));
-  EXPECT_EQ(Oid(oid.View().First(9)), oid);
-  EXPECT_TRUE(oid.View().After(9).empty());
-}
-
 }  // namespace
 }  // namespace snmpsubagent
