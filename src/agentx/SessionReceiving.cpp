@@ -111,9 +111,9 @@ void Session::HandleOpened(std::uint32_t sessionId, Error error, Time now) {
   if (error != Error::None) {
     return End(now, "the master agent refused it: " + ToString(error));
   }
+  standing_.SessionOpened();  // without memory it is not open
   state_ = State::Open;
   sessionId_ = sessionId;
-  standing_.SessionOpened();
   user_.OnOpened();
 }
 

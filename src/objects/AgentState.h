@@ -109,7 +109,7 @@ class AgentState final : public std::enable_shared_from_this<AgentState>,
   void Alone(const Work& work);
   void Loop(const std::shared_ptr<Connection>& connection);
   bool Serve(Connection& connection, const Connection::Events& events);
-  void LookUp(std::function<std::function<void()>()> lookUpAndTell);
+  void LookUp(std::function<void()> lookUp, std::function<void()> tell);
   template <typename Telling>
   void IfThereIsMemory(const Telling& tell) noexcept;
   void TellSession(bool connected, std::string_view reason);

@@ -14,9 +14,11 @@ namespace snmpsubagent::detail {
 
 void AgentState::Open(Mode mode) {
   if (mode_ != Mode::Stopped) throw std::logic_error("the agent is running");
-  connection_ = std::make_shared<Connection>(
-      session_, master_, options_.responseTimeout,
-      [this](auto lookUpAndTell) { LookUp(std::move(lookUpAndTell)); });
+  connection_ =
+      std::make_shared<Connection>(session_, master_, options_.responseTimeout,
+                                   [this](auto lookUp, auto tell) {
+                                     LookUp(std::move(lookUp), std::move(tell));
+                                   });
   mode_ = mode;
   hasRun_ |= mode != Mode::Polled;
   session_.Start(Now());
@@ -144,14 +146,20 @@ std::unique_lock<AgentMutex> AgentState::LockToServe() {
   return lock;
 }
 
-// A thread of its own for what may wait for a name server.
-void AgentState::LookUp(std::function<std::function<void()>()> lookUpAndTell) {
-  std::thread([weak = weak_from_this(), lookUp = std::move(lookUpAndTell)] {
-    const std::function<void()> tell = lookUp();
+// A thread of its own for what may wait for a name server. Without memory for
+// what it finds, it finds nothing.
+void AgentState::LookUp(std::function<void()> lookUp,
+                        std::function<void()> tell) {
+  std::thread([weak = weak_from_this(), lookUp = std::move(lookUp),
+               tell = std::move(tell)] {
+    try {
+      lookUp();
+    } catch (const std::bad_alloc&) {
+    }
     const auto self = weak.lock();
     if (!self) return;
     const std::lock_guard lock(self->mutex_);
-    tell();
+    self->Alone(tell);
   }).detach();
 }
 

@@ -16,7 +16,8 @@ Refusal RefusalOf(const agentx::RefusedRegistration& refused) {
 
 }  // namespace
 
-// Telling is all that is lost when there is no memory for it.
+// What is told, or the reason for it, is all that is lost when there is no
+// memory for it.
 template <typename Telling>
 void AgentState::IfThereIsMemory(const Telling& tell) noexcept {
   try {
@@ -111,10 +112,13 @@ void AgentState::OnNotification(std::uint64_t id,
   });
   const auto found = outcomes_.extract(id);
   if (!found) return;
+  std::string reason;
+  IfThereIsMemory([&] {
+    if (error != agentx::Error::None) reason = agentx::ToString(error);
+  });
   try {
-    found.mapped()({static_cast<NotificationResult::Outcome>(outcome),
-                    error == agentx::Error::None ? std::string()
-                                                 : agentx::ToString(error)});
+    found.mapped()(
+        {static_cast<NotificationResult::Outcome>(outcome), std::move(reason)});
   } catch (...) {
     ReportException({});
   }
@@ -123,8 +127,10 @@ void AgentState::OnNotification(std::uint64_t id,
 void AgentState::TellSession(bool connected, std::string_view reason) {
   const auto function = onSession_;
   if (!function || !*function) return;
+  std::string text;
+  IfThereIsMemory([&] { text = reason; });
   try {
-    (*function)({connected, std::string(reason)});
+    (*function)({connected, std::move(text)});
   } catch (...) {
     ReportException({});
   }

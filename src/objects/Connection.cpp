@@ -158,6 +158,13 @@ void Connection::Lose(std::string_view reason) {
   session_.Disconnected(Now(), reason);
 }
 
+// Whoever was interrupted here has not said when it is time to go on.
+void Connection::Abort(const char* reason) {
+  Lose(reason);
+  session_.ConnectFailed(Now(), reason);
+  Wake();
+}
+
 void Connection::Close() {
   Flush();
   CloseSocket();

@@ -27,10 +27,11 @@ namespace snmpsubagent::detail {
 // Threads: every operation under the agent's lock, unless it says otherwise.
 class Connection {
  public:
-  // `lookUp` runs a function on another thread, and what that returns under the
-  // agent's lock. `patience` bounds an attempt to connect.
-  using LookUp =
-      std::function<void(std::function<std::function<void()>()> lookUpAndTell)>;
+  // `lookUp` runs a function on another thread, and then, whatever came of it,
+  // the other one under the agent's lock. `patience` bounds an attempt to
+  // connect.
+  using LookUp = std::function<void(std::function<void()> lookUp,
+                                    std::function<void()> tell)>;
   // Throws std::system_error without descriptors to spare.
   Connection(agentx::Session& session, const MasterAddress& master,
              std::chrono::milliseconds patience, LookUp lookUp);
@@ -58,8 +59,8 @@ class Connection {
   // called whenever something may have been queued.
   void Update(std::optional<agentx::Time> deadline);
 
-  // Ends the session, and connects again as after any loss.
-  void Abort(const char* reason) { Lose(reason); }
+  // Ends the session or the attempt, and connects again as after any loss.
+  void Abort(const char* reason);
 
   // Sends what the socket takes of what is left, and is of no use any more: a
   // look-up that is still under way no longer counts. To be called before it is

@@ -45,17 +45,19 @@ void Connection::Connect() {
     ConnectTo(std::move(known));
     return;
   }
-  lookUp_([this, attempt, current = attempt_, master = master_] {
-    std::string reason;
-    Endpoints endpoints = master.LookUp(reason);
-    return [this, attempt, current, endpoints = std::move(endpoints),
-            reason = std::move(reason)] {
-      if (*current != attempt) return;
-      failure_ = reason;
-      ConnectTo(endpoints);
-      Wake();
-    };
-  });
+  struct Found {
+    Endpoints endpoints;
+    std::string reason = "there is no memory for its name";
+  };
+  const auto found = std::make_shared<Found>();
+  lookUp_([master = master_,
+           found] { found->endpoints = master.LookUp(found->reason); },
+          [this, attempt, current = attempt_, found] {
+            if (*current != attempt) return;
+            failure_ = std::move(found->reason);
+            ConnectTo(std::move(found->endpoints));
+            Wake();
+          });
 }
 
 void Connection::ConnectTo(Endpoints endpoints) {

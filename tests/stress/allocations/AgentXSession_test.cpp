@@ -123,6 +123,18 @@ TEST(AnAgentXSession, HasOneOutcomeForEachNotificationWhateverAllocationFails) {
   });
 }
 
+TEST(AnAgentXSession, IsToldToHaveEndedOnlyIfItWasToldToBeOpen) {
+  Responses();
+  WithEachAllocationFailing([&](const auto& fail) {
+    SessionWithoutMemory it;
+    for (SubIdentifier i = 1; i <= 300; ++i) {
+      it.session.Register({{1, 3, 6, i}, "", 127, {}}, it.now);
+    }
+    EXPECT_TRUE(fail([&] { it.Open(); }));
+    EXPECT_EQ(it.user.opened, it.session.IsOpen() ? 1 : 0);
+  });
+}
+
 // The next session is as good as any.
 TEST(AnAgentXSession, GoesOnAfterAnAllocationThatFailed) {
   GetMessage();

@@ -8,12 +8,21 @@ namespace {
 
 std::atomic<long> living{0};
 
-// Allocations until the one that fails; none fails below 1.
+// Allocations until the one that fails, of this thread and of all; 0 if none is
+// to fail, -1 when it has.
 thread_local int countdown = 0;
+std::atomic<int> countdownOfAll{0};
+thread_local bool spared = false;
+
+template <typename Number>
+bool IsToFail(Number& number) {
+  if (number <= 0 || --number != 0) return false;
+  number = -1;
+  return true;
+}
 
 void* Allocate(std::size_t size) noexcept {
-  if (countdown > 0 && --countdown == 0) {
-    countdown = -1;
+  if (IsToFail(countdown) || (!spared && IsToFail(countdownOfAll))) {
     return nullptr;
   }
   void* const memory = std::malloc(size == 0 ? 1 : size);
@@ -31,11 +40,23 @@ void Release(void* memory) noexcept {
 
 long LivingAllocations() { return living; }
 
-AllocationFailure::AllocationFailure(int number) { countdown = number; }
+AllocationFailure::AllocationFailure(int number, Failing who) {
+  if (who == Failing::ThisThread) {
+    countdown = number;
+  } else {
+    countdownOfAll = number;
+  }
+}
 
-AllocationFailure::~AllocationFailure() { countdown = 0; }
+AllocationFailure::~AllocationFailure() { countdown = countdownOfAll = 0; }
 
-bool AllocationFailure::Happened() const { return countdown == -1; }
+bool AllocationFailure::Happened() const {
+  return countdown == -1 || countdownOfAll == -1;
+}
+
+SparedThread::SparedThread() { spared = true; }
+
+SparedThread::~SparedThread() { spared = false; }
 
 void* operator new(std::size_t size) {
   void* const memory = Allocate(size);

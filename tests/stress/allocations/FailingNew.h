@@ -11,11 +11,13 @@
 // How many objects from operator new exist.
 long LivingAllocations();
 
-// Makes one allocation of this thread fail: the `number`-th of those made while
-// this object lives; none if it is 0.
+enum class Failing { ThisThread, AllThreads };
+
+// Makes one allocation fail: the `number`-th of those made while this object
+// lives; none if it is 0.
 class AllocationFailure {
  public:
-  explicit AllocationFailure(int number);
+  explicit AllocationFailure(int number, Failing who = Failing::ThisThread);
   ~AllocationFailure();
   AllocationFailure(const AllocationFailure&) = delete;
   AllocationFailure& operator=(const AllocationFailure&) = delete;
@@ -24,18 +26,28 @@ class AllocationFailure {
   bool Happened() const;
 };
 
+// While it lives, this thread's allocations are not among those of all threads.
+class SparedThread {
+ public:
+  SparedThread();
+  ~SparedThread();
+  SparedThread(const SparedThread&) = delete;
+  SparedThread& operator=(const SparedThread&) = delete;
+};
+
 // Calls `test` with a function that carries out an action in which an
 // allocation fails, and that returns whether the action came to its end; for
 // each of the action's allocations in turn. What `test` makes it has to
 // destroy.
 template <typename Test>
-void WithEachAllocationFailing(const Test& test) {
+void WithEachAllocationFailing(const Test& test,
+                               Failing who = Failing::ThisThread) {
   // The first time nothing fails: what is made once and kept is made here.
   bool happened = true;
   for (int number = 0; happened; ++number) {
     const long before = LivingAllocations();
     test([&](const auto& action) {
-      const AllocationFailure failure(number);
+      const AllocationFailure failure(number, who);
       bool completed = false;
       try {
         action();

@@ -28,6 +28,7 @@ namespace {
 using namespace std::chrono_literals;
 
 constexpr char kSubtree[] = "1.3.6.1.4.1.32473.7";
+constexpr std::uint16_t kDuplicateRegistration = 263;
 constexpr char kLongText[] = "a text that is too long to lie inline";
 
 wire::Oid Id(std::uint32_t object) {
@@ -252,6 +253,22 @@ TEST(ANotification, IsSentWithItsOutcomeOrNotAtAll) {
       EXPECT_TRUE(device.Serves());
     }
     EXPECT_EQ(outcomes, sent ? 1 : 0);
+  });
+}
+
+TEST(ANotification, ThatIsRefusedHasItsOutcome) {
+  WithEachAllocationFailing([](const auto& fail) {
+    Device device;
+    snmp::Notification notification(device.module, "0.1");
+    device.Connect();
+    int outcomes = 0;
+    notification.Send({}, [&](const snmp::NotificationResult& result) {
+      EXPECT_EQ(result.outcome, snmp::NotificationResult::Refused);
+      ++outcomes;
+    });
+    device.session->Answer(device.session->Next(), kDuplicateRegistration);
+    EXPECT_TRUE(fail([&] { device.Dispatch(); }));
+    EXPECT_EQ(outcomes, 1);
   });
 }
 
