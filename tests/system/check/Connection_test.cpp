@@ -234,6 +234,7 @@ TEST(CheckOfAConnection, NamesAHostThatIsNotKnown) {
   const Said said = Check({"-x", "tcp:" + kNoHost + ":705"});
   EXPECT_EQ(said.cause, "hostUnknown");
   EXPECT_THAT(said.text, HasSubstr(kNoHost));
+  EXPECT_THAT(said.change, HasSubstr("in /etc/hosts"));
 }
 
 TEST(CheckOfAConnection, NamesASocketThatIsNotThere) {

@@ -177,6 +177,17 @@ int Connect(const Endpoint& endpoint, std::chrono::milliseconds timeout,
   return -1;
 }
 
+// That the address leads nowhere.
+Diagnosis NoEndpoint(const AgentXAddress& address, const std::string& reason) {
+  const std::string what = address.text + ": " + reason;
+  const std::string change = "the address in the subagent";
+  if (address.kind == AgentXAddress::Kind::Unix) {
+    return {Cause::BadAddress, what, change};
+  }
+  return {Cause::HostUnknown, what,
+          "in /etc/hosts: a line for it; or " + change};
+}
+
 }  // namespace
 
 MasterSocket::MasterSocket(const AgentXAddress& address,
@@ -187,9 +198,7 @@ MasterSocket::MasterSocket(const AgentXAddress& address,
   const std::vector<Endpoint> endpoints =
       isUnix ? UnixEndpoint(address.path) : TcpEndpoints(address, reason);
   if (endpoints.empty()) {
-    failure_ =
-        Diagnosis{isUnix ? Cause::BadAddress : Cause::HostUnknown,
-                  address.text + ": " + reason, "the address in the subagent"};
+    failure_ = NoEndpoint(address, reason);
     return;
   }
   int error = 0;
