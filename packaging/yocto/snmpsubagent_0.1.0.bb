@@ -11,6 +11,7 @@ SECTION = "libs"
 # LIC_FILES_CHKSUM with the file that has its text.
 LICENSE = "CLOSED"
 
+# Releases behind 5.0 unpack into UNPACKDIR: there S begins with that.
 SRC_URI = "file://${BPN}_${PV}.tar.xz"
 S = "${WORKDIR}/source"
 
@@ -40,3 +41,4 @@ FILES:${PN}-dev += "${bindir}/snmpsubagent-check ${libdir}/cmake \
 
 # The master agent. The library runs without one, which may be elsewhere.
 RRECOMMENDS:${PN} = "net-snmp-server-snmpd"
+RRECOMMENDS:${PN}-objects = "net-snmp-server-snmpd"
