@@ -514,6 +514,7 @@ Sets::Step Sets::UndoOne(Change& change) {
 }
 
 Sets::Step Sets::Apply(Change& change) {
+  toBeApplied_.push_back(change.unit);
   switch (change.unit->apply) {
     case Way::Accept:
       return Step::Done;

@@ -41,6 +41,13 @@ class Sets {
   std::vector<Response> TakeResponses() {
     return std::exchange(responses_, {});
   }
+  // An Apply function has been called.
+  void TellApplied(const Unit& unit) { applied_.push_back(&unit); }
+  // Whether those that were to be have been since the last call, in their
+  // order.
+  bool AreAppliedInOrder() {
+    return std::exchange(applied_, {}) == std::exchange(toBeApplied_, {});
+  }
   // A Changed function has been called.
   void TellFinal() { --finals_; }
   // Whether each has been that was to be.
@@ -116,13 +123,15 @@ class Sets {
   void EndUndo(Set& set);
   static bool StillAllowed(Change& change);
   static bool SetterRefuses(const Change& change);
-  static Step CommitOne(Change& change);
-  static Step UndoOne(Change& change);
-  static Step Apply(Change& change);
+  Step CommitOne(Change& change);
+  Step UndoOne(Change& change);
+  Step Apply(Change& change);
 
   Objects& objects_;
   SetList sets_;
   std::vector<Response> responses_;
+  std::vector<const Unit*> applied_;
+  std::vector<const Unit*> toBeApplied_;
   int finals_ = 0;  // Changed functions that are still to be called
 };
 

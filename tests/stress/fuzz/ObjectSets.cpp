@@ -138,10 +138,11 @@ class KnownScalar : public Changeable {
     if (later) {
       scalar_->Apply(
           [this](const T&, const T&, const snmp::Later<SetError>& answer) {
-            ApplyLater(unit_, answer);
+            ApplyLater(sets_, unit_, answer);
           });
     } else {
-      scalar_->Apply([this](const T&, const T&) { return ApplyOf(unit_); });
+      scalar_->Apply(
+          [this](const T&, const T&) { return ApplyOf(sets_, unit_); });
     }
   }
 
@@ -338,11 +339,11 @@ class KnownRows : public Changeable {
     if (later) {
       table_->Apply(
           [this](const RowChange& change, const snmp::Later<SetError>& answer) {
-            ApplyLater(store_.units[IndexOf(change.key)], answer);
+            ApplyLater(sets_, store_.units[IndexOf(change.key)], answer);
           });
     } else {
       table_->Apply([this](const RowChange& change) {
-        return ApplyOf(store_.units[IndexOf(change.key)]);
+        return ApplyOf(sets_, store_.units[IndexOf(change.key)]);
       });
     }
   }

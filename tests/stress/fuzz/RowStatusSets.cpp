@@ -192,11 +192,11 @@ class KnownRows : public Changeable {
     if (later) {
       table_.Apply(
           [this](const RowChange& change, const snmp::Later<SetError>& answer) {
-            ApplyLater(store_.units[IndexOf(change.key)], answer);
+            ApplyLater(sets_, store_.units[IndexOf(change.key)], answer);
           });
     } else {
       table_.Apply([this](const RowChange& change) {
-        return ApplyOf(store_.units[IndexOf(change.key)]);
+        return ApplyOf(sets_, store_.units[IndexOf(change.key)]);
       });
     }
   }

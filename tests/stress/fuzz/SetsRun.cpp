@@ -70,6 +70,8 @@ void SetsRun::Play() {
     Step();
     CompareResponses();
     CompareValues();
+    Require(sets_.AreAppliedInOrder(),
+            "other Apply functions, or another order");
     Require(sets_.EachIsFinal(), "a Changed function too few or too many");
   }
   CompareWalk();

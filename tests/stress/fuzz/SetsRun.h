@@ -22,18 +22,24 @@ inline snmpsubagent::SetError CheckOf(const known::Unit& unit) {
   if (unit.check == known::kGenErr) throw std::runtime_error("a check");
   return static_cast<snmpsubagent::SetError>(unit.check);
 }
-inline snmpsubagent::SetError ApplyOf(const known::Unit& unit) {
+inline snmpsubagent::SetError AnswerOf(const known::Unit& unit) {
   if (unit.apply == known::Way::Throw) throw std::runtime_error("an apply");
   return unit.apply == known::Way::Refuse
              ? snmpsubagent::SetError::ResourceUnavailable
              : snmpsubagent::SetError::None;
 }
-inline void ApplyLater(known::Unit& unit,
+inline snmpsubagent::SetError ApplyOf(known::Sets& sets,
+                                      const known::Unit& unit) {
+  sets.TellApplied(unit);
+  return AnswerOf(unit);
+}
+inline void ApplyLater(known::Sets& sets, known::Unit& unit,
                        const snmpsubagent::Later<snmpsubagent::SetError>& l) {
+  sets.TellApplied(unit);
   if (unit.apply == known::Way::Later) {
     unit.later = l;
   } else {
-    l.Answer(ApplyOf(unit));
+    l.Answer(AnswerOf(unit));
   }
 }
 
