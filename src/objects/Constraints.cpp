@@ -22,7 +22,8 @@ void Append(std::vector<Bounds>& bounds, std::int64_t lowest,
             std::int64_t highest) {
   if (lowest > highest) {
     throw std::invalid_argument("a range from " + std::to_string(lowest) +
-                                " to " + std::to_string(highest));
+                                " to " + std::to_string(highest) +
+                                ": the lowest comes first");
   }
   bounds.emplace_back(lowest, highest);
 }

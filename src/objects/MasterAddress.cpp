@@ -85,7 +85,9 @@ std::vector<MasterAddress::Endpoint> MasterAddress::Resolve(
   addrinfo* first = nullptr;
   const int error = getaddrinfo(host_.c_str(), port_.c_str(), &hints, &first);
   if (error != 0) {
-    reason = "the name " + host_ + " is not known: " + gai_strerror(error);
+    reason = "no connection to " + Text() + ": the name " + host_ +
+             " is not known (" + gai_strerror(error) +
+             "); give an address, or add the name to /etc/hosts";
     return {};
   }
   const std::unique_ptr<addrinfo, void (*)(addrinfo*)> owner(first,

@@ -348,7 +348,7 @@ TEST_F(AMistake, IsARangeBeyondTheType) {
 
 TEST_F(AMistake, IsARangeWhoseEndsAreExchanged) {
   EXPECT_THAT(Thrown([] { snmp::ReadWrite().Range(90, 0); }),
-              HasSubstr("from 90 to 0"));
+              HasSubstr("from 90 to 0: the lowest comes first"));
 }
 
 TEST_F(AMistake, IsARangeOfATextOrASizeOfANumber) {
