@@ -79,7 +79,8 @@ bool IsIndex(const wire::Oid& index, const snmp::Implied<std::string>&) {
 }
 wire::Oid SomeIndex(Input& input, int) { return {input.Below(4)}; }
 wire::Oid SomeIndex(Input& input, const snmp::Implied<std::string>&) {
-  return wire::Oid(1 + input.Below(2), 97 + input.Below(2));
+  const std::size_t size = 1 + input.Below(2);
+  return wire::Oid(size, 97 + input.Below(2));
 }
 int KeyOf(const wire::Oid& index, int) { return static_cast<int>(index[0]); }
 snmp::Implied<std::string> KeyOf(const wire::Oid& index,

@@ -296,13 +296,17 @@ void Play(Input& input, const Grammar& grammar) {
       case 2:
         rows.Erase(SomeIds(input, grammar));
         break;
-      case 3:
-        rows.Find(rows.Some(input), input.Below(2) == 0);
+      case 3: {
+        const Ids ids = rows.Some(input);
+        rows.Find(ids, input.Below(2) == 0);
         break;
+      }
       case 4:
-      case 5:
-        rows.Find(SomeIds(input, grammar), input.Below(2) == 0);
+      case 5: {
+        const Ids ids = SomeIds(input, grammar);
+        rows.Find(ids, input.Below(2) == 0);
         break;
+      }
       default:
         rows.Add(SomeIds(input, grammar));
     }
