@@ -49,11 +49,11 @@ void EnterSystemWithEmptyVar() {
   Require(unshare(CLONE_NEWNS) == 0, "unshare");
   // Nobody else sees what is mounted: below a changed root directory, which is
   // no mount of its own, /var has to be made one first.
-  Require(mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr) == 0 ||
+  Require(mount("none", "/", "none", MS_REC | MS_PRIVATE, nullptr) == 0 ||
               errno == EINVAL,
           "mount");
-  Require(mount("/var", "/var", nullptr, MS_BIND, nullptr) == 0, "mount");
-  Require(mount("none", "/var", nullptr, MS_PRIVATE, nullptr) == 0, "mount");
+  Require(mount("/var", "/var", "none", MS_BIND, nullptr) == 0, "mount");
+  Require(mount("none", "/var", "none", MS_PRIVATE, nullptr) == 0, "mount");
   Require(mount("tmpfs", "/var", "tmpfs", 0, nullptr) == 0, "mount");
 }
 
