@@ -36,8 +36,9 @@ bool operator==(const Implied<T>& a, const Implied<T>& b) {
   return a.value == b.value;
 }
 
-// How a C++ type stands in an index (RFC 2578, 7.7). Write() encodes; Read()
-// decodes and fails if the sub-identifiers are those of no value.
+// How a C++ type stands in an index (RFC 2578, 7.7). `kParts` is the number of
+// the indexes that it is. Write() adds its sub-identifiers; Read() takes them,
+// and returns false if they are those of no value.
 template <typename T, typename = void>
 struct IndexSyntax;
 
@@ -346,7 +347,8 @@ using NumberOf = typename NumberOfType<T>::Type;
 
 }  // namespace detail
 
-// The OID of a cell: that of its column, and the key of its row behind.
+// The OID of a cell: that of its column, and the key of its row behind. Throws
+// std::invalid_argument for more than 128 sub-identifiers.
 //
 //   linkDown.Send({{snmp::InstanceOf("1.3.6.1.2.1.2.2.1.8", 7), status}});
 template <typename Key>

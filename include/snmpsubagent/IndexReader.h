@@ -8,10 +8,12 @@
 
 namespace snmpsubagent {
 
-// Takes an index apart, from its front. To find the place of sub-identifiers
-// that are those of no value, it can also round down: then it takes the highest
-// number that may stand there in the place of one that is higher, and from
-// there on the highest of everything.
+// Takes an index apart, from its front (RFC 2578, 7.7).
+//
+// A GETNEXT may begin at sub-identifiers that are no row's. For those it can
+// round down, to the greatest index that is not behind them: a number that is
+// too high is read as the highest that may stand there, and all that follows
+// as the highest there is.
 class IndexReader {
  public:
   enum class Mode {
@@ -22,7 +24,7 @@ class IndexReader {
   explicit IndexReader(OidView ids, Mode mode = Mode::Exact)
       : ids_(ids), mode_(mode) {}
 
-  // Fails if there is none left, or none of that range.
+  // The next number. False if there is none left, or it is out of the range.
   bool Take(SubIdentifier& id, SubIdentifier lowest = 0,
             SubIdentifier highest = std::numeric_limits<SubIdentifier>::max()) {
     if (ids_.empty()) {
@@ -39,12 +41,13 @@ class IndexReader {
     ids_ = isBelow_ ? OidView() : ids_.After(1);
     return true;
   }
-  // How many of something follow.
+  // How many octets or sub-identifiers follow.
   bool TakeSize(SubIdentifier& size) { return Take(size, 0, Oid::kMaxSize); }
   bool HasMore() const {
     return isBelow_ || mode_ == Mode::Below || !ids_.empty();
   }
 
+  // What has not been taken. It belongs to whoever gave the sub-identifiers.
   OidView Rest() const { return ids_; }
 
  private:

@@ -10,8 +10,8 @@
 
 namespace snmpsubagent {
 
-// The sub-identifiers of an index on their way into an OID. Of one that is too
-// long for an OID, those that are too many are left out and IsTooLong() tells.
+// Collects the sub-identifiers of an index (RFC 2578, 7.7). An OID has at most
+// 128: what is beyond is left out, and IsTooLong() says so.
 class IndexWriter {
  public:
   void Add(SubIdentifier id) {

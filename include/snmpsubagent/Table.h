@@ -58,9 +58,11 @@ namespace snmpsubagent {
 // is there, put in place by CommitSet, and replaced by the rows before if
 // anything refuses; see Scalar for the phases.
 //
-// Threads: any. Each operation takes the agent's lock; hold Agent::Lock()
-// around several that belong together. The destructor waits for a function of
-// the application's that runs on another thread.
+// Threads: any. Each operation takes the agent's lock, and so waits for a
+// function of the application's that runs on another thread; hold Agent::Lock()
+// around several that belong together. Functions given here are called under
+// that lock, on the thread that runs the agent. What they throw is logged, and a
+// manager gets genErr, or commitFailed from CommitSet.
 template <typename Key, typename Row,
           typename Container = std::map<Key, Row, IndexOrder<Key>>>
 class Table {
@@ -180,15 +182,17 @@ class Table {
     return Restrict<Part>(access.Rules());
   }
 
-  // The column by which managers make, activate and destroy rows (RFC 2579).
-  // Rows of the application's are active.
+  // The column by which managers make, activate and destroy rows (RFC 2579,
+  // RowStatus). Rows of the application's are active. Throws
+  // std::invalid_argument as Column() does, and if there is one already.
   Table& RowStatus(SubIdentifier number) {
     const AgentLock lock = Lock();
     state_->SetStatusColumn(number);
     return *this;
   }
-  // The member that says how a row is kept: managers can't destroy one that is
-  // Permanent nor change one that is ReadOnly.
+  // The member that says how a row is kept (RFC 2579, StorageType), as a column
+  // that managers write: they can't destroy a row that is Permanent, nor change
+  // one that is ReadOnly. Throws as Column() does.
   Table& StorageType(SubIdentifier number,
                      snmpsubagent::StorageType Row::*member) {
     using T = snmpsubagent::StorageType;
@@ -203,13 +207,16 @@ class Table {
     });
     return *this;
   }
-  // Managers change other columns of a row only while it is not active.
+  // Managers change other columns of a row only while it is not active; else
+  // they get inconsistentValue.
   Table& FreezeActiveRows() {
     const AgentLock lock = Lock();
     rows_->FreezeActive();
     return *this;
   }
   // Managers make no more rows when there are so many: resourceUnavailable.
+  // 0, as at first, is no limit. Rows of the application's count, and are not
+  // limited.
   Table& Limit(std::size_t rows) {
     const AgentLock lock = Lock();
     rows_->SetLimit(rows);
@@ -236,6 +243,7 @@ class Table {
     return *this;
   }
   // Returns nothing, a bool or a SetError, or takes a Later<SetError> as well.
+  // Called by CommitSet, and with before and after exchanged to undo it.
   template <typename F>
   Table& Apply(F function) {
     constexpr bool answersLater =
@@ -257,6 +265,7 @@ class Table {
       }
     });
   }
+  // Called when the SET is final.
   template <typename F>
   Table& Changed(F function) {
     constexpr bool takesChange = std::is_invocable_v<F&, const Change_&>;
@@ -275,13 +284,15 @@ class Table {
     return !Contains(key) && rows_->Put(key, std::move(row));
   }
   // Adds a row, or puts it in the place of the one that there is, which stays
-  // active or notInService; one that was notReady is notInService.
+  // active or notInService; one that was notReady is notInService. Throws as
+  // Insert() does.
   void Set(const Key& key, Row row) {
     const AgentLock lock = Lock();
     Require(key);
     rows_->Put(key, std::move(row));
   }
-  // Calls `change` with the row; false if there is none.
+  // Calls `change` with the row, which it may change in place; false if there
+  // is none. What `change` throws comes out of here.
   template <typename F>
   bool Change(const Key& key, F change) {
     const AgentLock lock = Lock();
@@ -291,18 +302,21 @@ class Table {
     rows_->Changed(key);
     return true;
   }
+  // False if there is none.
   bool Erase(const Key& key) {
     const AgentLock lock = Lock();
     return rows_->Erase(key);
   }
   // Makes the rows those of `rows`, in one go: managers see the ones before or
-  // the new ones. Rows that stay keep their status.
+  // the new ones. Rows that stay keep their status. Throws as Insert() does,
+  // and changes nothing then.
   void Replace(Rows rows) {
     const AgentLock lock = Lock();
     for (const auto& row : rows) Require(row.first);
     rows_->Replace(std::move(rows));
   }
 
+  // A copy of the row, if there is one.
   std::optional<Row> Find(const Key& key) const {
     const AgentLock lock = Lock();
     return rows_->Held(key);
@@ -355,7 +369,8 @@ class Table {
     return *this;
   }
 
-  // A cell, for Notification::Send().
+  // A cell, for Notification::Send(), which reads it then. Throws
+  // std::invalid_argument for a name of more than 128 sub-identifiers.
   NotificationObject Cell(const Key& key, SubIdentifier column) const {
     IndexWriter index;
     IndexSyntax<Key>::Write(index, key);
