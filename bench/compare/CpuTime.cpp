@@ -25,7 +25,7 @@ std::optional<double> GoalOfGet(unsigned int scalars) {
 }
 
 void MeasureGet(Setup& setup, unsigned int scalars) {
-  Pair<DirectMaster> pair(kScalars, kScalarsInC, scalars);
+  Pair<TcpMaster> pair(kScalars, kScalarsInC, scalars);
   const Figure figure = pair.Compete(
       "GET of a scalar, " + std::to_string(scalars) + " registered",
       GetScalar(scalars), Budget(setup), GoalOfGet(scalars));
@@ -35,7 +35,7 @@ void MeasureGet(Setup& setup, unsigned int scalars) {
 }
 
 void MeasureSet(Setup& setup) {
-  Pair<DirectMaster> pair(kScalars, kScalarsInC, 100);
+  Pair<TcpMaster> pair(kScalars, kScalarsInC, 100);
   setup.report.Add(
       pair.Compete("SET of a scalar", SetScalar(100), Budget(setup), 1.05));
   pair.Compare(SetScalar(100));
@@ -45,7 +45,7 @@ void MeasureSet(Setup& setup) {
 // Returns the library's cost.
 double MeasureGetNext(Setup& setup, unsigned int rows, const Publisher& peer,
                       std::optional<double> goal) {
-  Pair<DirectMaster> pair(kTable, peer, rows);
+  Pair<TcpMaster> pair(kTable, peer, rows);
   const Figure figure =
       pair.Compete("GETNEXT in a table of " + std::to_string(rows) + " rows",
                    GetNextCell(rows), Budget(setup), goal);
@@ -91,7 +91,7 @@ void MeasureGrowth(Setup& setup) {
 }
 
 void MeasureFiveColumns(Setup& setup) {
-  Pair<DirectMaster> pair(kTable, kIteratorInC, 1000);
+  Pair<TcpMaster> pair(kTable, kIteratorInC, 1000);
   setup.report.Add(pair.Compete("GETNEXT of five columns of 1,000 rows",
                                 GetNextFiveColumns(1000), Budget(setup), 0.15));
   setup.report.Add(pair.Compete("GET of five columns of 1,000 rows",
@@ -119,8 +119,8 @@ void MeasureTables(Setup& setup) {
 
 void MeasureNotifications(Setup& setup) {
   constexpr int kEach = 100;
-  Pair<DirectMaster> pair({Base::kNodeClasses, "traps"},
-                          {Base::kAgentLibrary, "traps"}, 1);
+  Pair<TcpMaster> pair({Base::kNodeClasses, "traps"},
+                       {Base::kAgentLibrary, "traps"}, 1);
   setup.report.Add(pair.Compete("notification", SendNotifications(kEach),
                                 Budget(setup), 1.00, kEach));
 }

@@ -11,7 +11,7 @@ namespace {
 constexpr unsigned int kFew = 100;
 
 double MemoryOf(const Publisher& publisher, unsigned int count) {
-  return Subject(publisher, count, std::make_unique<DirectMaster>())
+  return Subject(publisher, count, std::make_unique<TcpMaster>())
       .AnonymousMemory();
 }
 
@@ -26,7 +26,7 @@ struct Starts {
   explicit Starts(const Publisher& publisher) : publisher_(publisher) {}
 
   void AddSample(unsigned int scalars) {
-    Subject subject(publisher_, scalars, std::make_unique<DirectMaster>());
+    Subject subject(publisher_, scalars, std::make_unique<TcpMaster>());
     // Its response shows that the last registration has been processed.
     subject.Put(GetScalar(scalars)(0));
     const Subject::CpuTime used = subject.Used();
@@ -55,7 +55,7 @@ void Compare(Setup& setup, const std::string& name, const Publisher& library,
 void CompareResidentMemory(Setup& setup, const std::string& name, Base base,
                            double goal) {
   const auto measured = [](Base of) {
-    return Subject({of, "scalars"}, kFew, std::make_unique<DirectMaster>())
+    return Subject({of, "scalars"}, kFew, std::make_unique<TcpMaster>())
         .ResidentMemory();
   };
   setup.report.Add({name,

@@ -28,7 +28,7 @@ double Count(const Publisher& publisher, unsigned int count,
   const testkit::ScratchDirectory directory;
   const std::string profile = directory.Path() / "profile";
   Subject subject(
-      publisher, count, std::make_unique<DirectMaster>(),
+      publisher, count, std::make_unique<TcpMaster>(),
       {"valgrind", "--tool=callgrind", "--callgrind-out-file=" + profile});
   for (unsigned int step = 0; step < requests; ++step) {
     subject.Put(workload(step));

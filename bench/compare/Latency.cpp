@@ -22,7 +22,7 @@ constexpr std::chrono::milliseconds kPause{500};
 class Burst {
  public:
   explicit Burst(const Publisher& publisher)
-      : Burst(publisher, std::make_unique<DirectMaster>()) {}
+      : Burst(publisher, std::make_unique<TcpMaster>()) {}
 
   // Sends the requests after a pause.
   std::vector<DirectMaster::Timed> Run(

@@ -6,6 +6,9 @@
 
 namespace {
 
+// Over the Unix socket by which a service connects if it is not told
+// otherwise; some of it over TCP as well, as the node classes do.
+
 const Publisher kScalars{Base::kObjects, "scalars"};
 const Publisher kScalarsInC{Base::kAgentLibrary, "scalars"};
 const Publisher kBareLoop{Base::kSystemAlone, "scalars"};
@@ -25,7 +28,7 @@ std::optional<double> GoalOfGet(unsigned int scalars) {
 
 Figure CompeteInGet(Setup& setup, unsigned int scalars, const Publisher& peer,
                     std::optional<double> goal) {
-  return Pair<DirectMaster>(kScalars, peer, scalars)
+  return Pair<UnixMaster>(kScalars, peer, scalars)
       .Compete("objects: GET of a scalar, " + std::to_string(scalars) +
                    " in a module",
                GetScalar(scalars), Budget(setup), goal);
@@ -46,8 +49,17 @@ void MeasureGet(Setup& setup) {
   setup.report.Add(CompeteInGet(setup, 100, kBareLoop, {}));
 }
 
+void MeasureGetOverTcp(Setup& setup) {
+  for (const Publisher& peer : {kScalarsInC, kBareLoop}) {
+    setup.report.Add(
+        Pair<TcpMaster>(kScalars, peer, 100)
+            .Compete("objects: GET of a scalar, 100 in a module, over TCP",
+                     GetScalar(100), Budget(setup), {}));
+  }
+}
+
 void MeasureSet(Setup& setup) {
-  Pair<DirectMaster> pair(kScalars, kScalarsInC, 100);
+  Pair<UnixMaster> pair(kScalars, kScalarsInC, 100);
   setup.report.Add(pair.Compete("objects: SET of a scalar", SetScalar(100),
                                 Budget(setup), 0.35));
   pair.Compare(SetScalar(100));
@@ -56,7 +68,7 @@ void MeasureSet(Setup& setup) {
 
 // Returns the objects' cost.
 double MeasureGetNext(Setup& setup, unsigned int rows) {
-  Pair<DirectMaster> pair(kTable, kContainerInC, rows);
+  Pair<UnixMaster> pair(kTable, kContainerInC, rows);
   const Figure figure = pair.Compete(
       "objects: GETNEXT in a table of " + std::to_string(rows) + " rows",
       GetNextCell(rows), Budget(setup), rows < 100000 ? 0.35 : 0.40);
@@ -82,7 +94,7 @@ void MeasureGrowth(Setup& setup) {
 }
 
 void MeasureFiveColumns(Setup& setup) {
-  Pair<DirectMaster> pair(kTable, kContainerInC, 1000);
+  Pair<UnixMaster> pair(kTable, kContainerInC, 1000);
   setup.report.Add(
       pair.Compete("objects: GETNEXT of five columns of 1,000 rows",
                    GetNextFiveColumns(1000), Budget(setup), 0.30));
@@ -92,8 +104,8 @@ void MeasureFiveColumns(Setup& setup) {
 
 void MeasureNotification(Setup& setup) {
   constexpr int kEach = 100;
-  Pair<DirectMaster> pair({Base::kObjects, "traps"},
-                          {Base::kAgentLibrary, "traps"}, 1);
+  Pair<UnixMaster> pair({Base::kObjects, "traps"},
+                        {Base::kAgentLibrary, "traps"}, 1);
   setup.report.Add(pair.Compete("objects: notification",
                                 SendNotifications(kEach), Budget(setup), 0.35,
                                 kEach));
@@ -103,6 +115,7 @@ void MeasureNotification(Setup& setup) {
 
 void MeasureObjects(Setup& setup) {
   MeasureGet(setup);
+  MeasureGetOverTcp(setup);
   MeasureSet(setup);
   MeasureGrowth(setup);
   MeasureFiveColumns(setup);

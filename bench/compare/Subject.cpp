@@ -30,11 +30,11 @@ const char* ProgramOf(Base base) {
   }
 }
 
-std::vector<std::string> Command(const Publisher& publisher, int port,
-                                 unsigned int count,
+std::vector<std::string> Command(const Publisher& publisher,
+                                 const std::string& master, unsigned int count,
                                  std::vector<std::string> command) {
   command.insert(command.end(), {ProgramOf(publisher.base), publisher.kind,
-                                 std::to_string(port), std::to_string(count)});
+                                 master, std::to_string(count)});
   return command;
 }
 
@@ -80,7 +80,7 @@ Subject::Subject(const Publisher& publisher, unsigned int count,
   const testkit::FileDescriptor output(
       open(Log().c_str(), O_CREAT | O_WRONLY | O_CLOEXEC, 0600));
   process_ = std::make_unique<testkit::ChildProcess>(
-      Command(publisher, master_->Port(), count, tool),
+      Command(publisher, master_->Address(), count, tool),
       std::map<std::string, std::string>{
           {"MIBS", ""},
           {"SNMPCONFPATH", directory_.Path()},

@@ -3,7 +3,7 @@
 // What the system alone takes for a request: a subagent that waits, receives,
 // and sends a response that it has made before it began.
 //
-//   bench_loop scalars PORT COUNT
+//   bench_loop scalars MASTER COUNT
 //
 // It understands the Get of one scalar in network byte order that arrives in
 // one piece, and nothing else. Ends on SIGTERM.
@@ -11,6 +11,7 @@
 #include <netinet/tcp.h>
 #include <sys/epoll.h>
 #include <sys/socket.h>
+#include <sys/un.h>
 
 #include <algorithm>
 #include <array>
@@ -74,18 +75,40 @@ std::vector<Bytes> ResponsesFor(unsigned int count) {
   return responses;
 }
 
-int ConnectTo(int port) {
+template <typename Address>
+int Connected(const Address& master, int family) {
+  const int connection = socket(family, SOCK_STREAM, 0);
+  Require(connect(connection, reinterpret_cast<const sockaddr*>(&master),
+                  sizeof master) == 0,
+          "master agent");
+  return connection;
+}
+
+int ConnectOverTcp(int port) {
   sockaddr_in master{};
   master.sin_family = AF_INET;
   master.sin_port = htons(static_cast<std::uint16_t>(port));
   master.sin_addr.s_addr = htonl(INADDR_LOOPBACK);
-  const int connection = socket(AF_INET, SOCK_STREAM, 0);
-  Require(connect(connection, reinterpret_cast<const sockaddr*>(&master),
-                  sizeof master) == 0,
-          "master agent");
+  const int connection = Connected(master, AF_INET);
   const int atOnce = 1;
   setsockopt(connection, IPPROTO_TCP, TCP_NODELAY, &atOnce, sizeof atOnce);
   return connection;
+}
+
+int ConnectOverUnix(const std::string& path) {
+  sockaddr_un master{};
+  master.sun_family = AF_UNIX;
+  path.copy(master.sun_path, sizeof master.sun_path - 1);
+  return Connected(master, AF_UNIX);
+}
+
+// `master` is "unix:/path", or an address of TCP that ends in the port.
+int ConnectTo(const std::string& master) {
+  const std::size_t colon = master.rfind(':');
+  const std::string end = master.substr(colon + 1);
+  return master.compare(0, colon, "unix") == 0
+             ? ConnectOverUnix(end)
+             : ConnectOverTcp(std::atoi(end.c_str()));
 }
 
 // Sends a message of the session; returns the session that the response names.
@@ -114,7 +137,7 @@ unsigned int NumberIn(const std::uint8_t* get) {
 
 void Serve(const bench_order& order) {
   std::vector<Bytes> responses = ResponsesFor(order.count);
-  const int connection = ConnectTo(order.port);
+  const int connection = ConnectTo(order.master);
   const int epoll = epoll_create1(0);
   epoll_event event{};
   event.events = EPOLLIN;

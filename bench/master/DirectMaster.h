@@ -4,9 +4,12 @@
 
 #include <chrono>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "master/Master.h"
+#include "testkit/FileDescriptor.h"
+#include "testkit/ScratchDirectory.h"
 #include "testkit/agentx/Listener.h"
 #include "testkit/agentx/MasterSession.h"
 
@@ -20,7 +23,6 @@ class DirectMaster : public Master {
     std::chrono::duration<double, std::milli> latency;
   };
 
-  int Port() const override { return listener_.Port(); }
   void Connect(const Expected& expected) override;
   testkit::agentx::Response Put(const testkit::agentx::Body& request) override;
 
@@ -30,8 +32,38 @@ class DirectMaster : public Master {
                             std::size_t outstanding);
 
  private:
-  testkit::agentx::Listener listener_;
+  // The subagent's connection.
+  virtual testkit::FileDescriptor Accept(std::chrono::milliseconds time) = 0;
+
   std::unique_ptr<testkit::agentx::MasterSession> session_;
+};
+
+class TcpMaster : public DirectMaster {
+ public:
+  std::string Address() const override {
+    return "tcp:127.0.0.1:" + std::to_string(listener_.Port());
+  }
+
+ private:
+  testkit::FileDescriptor Accept(std::chrono::milliseconds time) override {
+    return listener_.Accept(time);
+  }
+
+  testkit::agentx::Listener listener_;
+};
+
+// Where the objects and Net-SNMP connect if they are not told: a Unix socket.
+class UnixMaster : public DirectMaster {
+ public:
+  UnixMaster();
+  std::string Address() const override { return "unix:" + Path(); }
+
+ private:
+  testkit::FileDescriptor Accept(std::chrono::milliseconds time) override;
+  std::string Path() const { return directory_.Path() / "master"; }
+
+  testkit::ScratchDirectory directory_;
+  testkit::FileDescriptor socket_;
 };
 
 #endif  // SNMPSUBAGENT_BENCH_MASTER_DIRECTMASTER_H_

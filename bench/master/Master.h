@@ -3,6 +3,7 @@
 #define SNMPSUBAGENT_BENCH_MASTER_MASTER_H_
 
 #include <cstddef>
+#include <string>
 
 #include "testkit/agentx/Pdu.h"
 
@@ -16,8 +17,8 @@ class Master {
   Master(const Master&) = delete;
   Master& operator=(const Master&) = delete;
 
-  // Where the subagent is to connect, a TCP port of 127.0.0.1.
-  virtual int Port() const = 0;
+  // Where the subagent is to connect: "tcp:127.0.0.1:1705", or "unix:/path".
+  virtual std::string Address() const = 0;
 
   // What is known of a subagent: how many subtrees it registers, an object in
   // the last of them, and whether it responds to CleanupSet.

@@ -3,6 +3,7 @@
 #define SNMPSUBAGENT_BENCH_MASTER_SNMPDMASTER_H_
 
 #include <memory>
+#include <string>
 
 #include "master/Master.h"
 #include "testkit/MasterAgent.h"
@@ -15,7 +16,9 @@ class SnmpdMaster : public Master {
   SnmpdMaster();
   ~SnmpdMaster() override;
 
-  int Port() const override { return agent_.AgentXPort(); }
+  std::string Address() const override {
+    return "tcp:127.0.0.1:" + std::to_string(agent_.AgentXPort());
+  }
   void Connect(const Expected& expected) override;
   testkit::agentx::Response Put(const testkit::agentx::Body& request) override;
 

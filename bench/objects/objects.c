@@ -32,10 +32,10 @@ struct bench_order bench_order_of(int argc, char** argv) {
   printf("%.1f\n", used_cpu_time());
   fflush(stdout);
   if (argc != 4) {
-    fprintf(stderr, "usage: %s KIND PORT COUNT\n", argv[0]);
+    fprintf(stderr, "usage: %s KIND MASTER COUNT\n", argv[0]);
     exit(2);
   }
-  return (struct bench_order){argv[1], atoi(argv[2]),
+  return (struct bench_order){argv[1], argv[2],
                               (unsigned int)strtoul(argv[3], NULL, 10)};
 }
 

@@ -53,10 +53,10 @@ void bench_values_of(unsigned int k, struct bench_values* values);
 
 enum bench_type bench_type_of_scalar(unsigned int k);
 
-// The arguments of a subagent: KIND PORT COUNT.
+// The arguments of a subagent: KIND MASTER COUNT.
 struct bench_order {
   const char* kind;    // what to publish, and how
-  int port;            // the master agent's, on the loopback address
+  const char* master;  // its address, "tcp:127.0.0.1:1705" or "unix:/path"
   unsigned int count;  // of scalars or rows
 };
 

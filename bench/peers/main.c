@@ -34,11 +34,9 @@ static void register_objects(const struct bench_order* order) {
 }
 
 static void set_up(const struct bench_order* order) {
-  char master[32];
-  snprintf(master, sizeof master, "tcp:localhost:%d", order->port);
   netsnmp_ds_set_boolean(NETSNMP_DS_APPLICATION_ID, NETSNMP_DS_AGENT_ROLE, 1);
   netsnmp_ds_set_string(NETSNMP_DS_APPLICATION_ID, NETSNMP_DS_AGENT_X_SOCKET,
-                        master);
+                        order->master);
   init_agent("bench");
   register_objects(order);
   init_snmp("bench");

@@ -109,9 +109,9 @@ void PublishTraps(snmp::Module& module) {
   });
 }
 
-snmp::AgentOptions OptionsFor(int port) {
+snmp::AgentOptions OptionsFor(const char* master) {
   snmp::AgentOptions options;
-  options.master = "tcp:127.0.0.1:" + std::to_string(port);
+  options.master = master;
   options.pingInterval = std::chrono::hours(1);
   return options;
 }
@@ -138,7 +138,7 @@ void Publish(snmp::Agent& agent, const bench_order& order) {
 int main(int argc, char** argv) {
   const bench_order order = bench_order_of(argc, argv);
   bench_expect_end();
-  snmp::Agent agent("bench", OptionsFor(order.port));
+  snmp::Agent agent("bench", OptionsFor(order.master));
   Publish(agent, order);
   agent.Start();
   bench_wait_for_end();

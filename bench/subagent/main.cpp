@@ -2,7 +2,7 @@
 //
 // A subagent on the library.
 //
-//   bench_subagent KIND PORT COUNT
+//   bench_subagent KIND MASTER COUNT
 //
 // KIND is what it publishes: scalars, table or traps. Ends on SIGTERM.
 #include <cstdio>
@@ -18,8 +18,10 @@ namespace {
 
 class BenchSubAgent : public SNMPSubAgent {
  public:
-  explicit BenchSubAgent(int masterPort)
-      : SNMPSubAgent("bench", "127.0.0.1", masterPort) {}
+  // The node classes connect over TCP only.
+  explicit BenchSubAgent(const std::string& master)
+      : SNMPSubAgent("bench", "127.0.0.1",
+                     std::atoi(master.c_str() + master.rfind(':') + 1)) {}
 
   void ApplicationOperation() override {}
   void OnSubAgentConnected() override { NetSNMPNode::RegisterMibs(); }
@@ -45,7 +47,7 @@ int main(int argc, char** argv) {
   const bench_order order = bench_order_of(argc, argv);
   bench_expect_end();
   NetSNMPNode::nodeMap_ = new std::map<std::string, NetSNMPNode*>;
-  BenchSubAgent subAgent(order.port);
+  BenchSubAgent subAgent(order.master);
   BuildObjects(order);
   subAgent.Start();
   bench_wait_for_end();
