@@ -145,7 +145,6 @@ const StandingRequests::Content* StandingRequests::Take(std::uint32_t id,
   }
   entry.state = State::Taken;
   entry.error = Error::None;
-  entry.retry.Reset();
   return &entry.content;
 }
 

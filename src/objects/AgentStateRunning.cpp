@@ -1,7 +1,11 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 //
 // Who runs an agent, and from when until when.
+#include <exception>
+#include <functional>
+#include <memory>
 #include <mutex>
+#include <new>
 #include <stdexcept>
 #include <thread>
 #include <utility>

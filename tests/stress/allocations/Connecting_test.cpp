@@ -14,6 +14,7 @@
 #include <thread>
 
 #include "FailingNew.h"
+#include "PatientOptions.h"
 #include "testkit/agentx/Listener.h"
 #include "testkit/agentx/MasterSession.h"
 #include "testkit/agentx/Pdu.h"
@@ -91,8 +92,8 @@ class Master {
 class Device {
  public:
   explicit Device(const std::string& host = "127.0.0.1")
-      : agent_(kLongText,
-               Options("tcp:" + host + ":" + std::to_string(master.Port()))),
+      : agent_(kLongText, PatientOptions("tcp:" + host + ":" +
+                                         std::to_string(master.Port()))),
         one_(agent_, "1.3.6.1.4.1.32473.1"),
         two_(agent_, "1.3.6.1.4.1.32473.2"),
         first_(one_, "1", kLongText),
@@ -142,20 +143,6 @@ class Device {
   Master master;
 
  private:
-  static snmp::AgentOptions Options(const std::string& master) {
-    snmp::AgentOptions options;
-    options.master = master;
-    options.firstRetry = 1ms;
-    options.lastRetry = 1ms;
-    options.timeout = 60s;
-    options.responseTimeout = 60s;
-    options.pingInterval = 0ms;
-    options.log = [](snmp::LogLevel, const std::string& line) {
-      const std::string copy = line;
-    };
-    return options;
-  }
-
   std::atomic<int> sessions_{0};
   std::atomic<int> outcomes_{0};
   snmp::Agent agent_;

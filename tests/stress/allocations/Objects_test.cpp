@@ -16,6 +16,7 @@
 #include <vector>
 
 #include "FailingNew.h"
+#include "PatientOptions.h"
 #include "testkit/agentx/Listener.h"
 #include "testkit/agentx/MasterSession.h"
 #include "testkit/agentx/Pdu.h"
@@ -41,7 +42,10 @@ wire::Get GetOf(std::uint32_t object) {
 // An agent without a thread of its own, and its master agent.
 class Device {
  public:
-  Device() : agent(kLongText, Options()), module(agent, kSubtree) {}
+  Device()
+      : agent(kLongText, PatientOptions("tcp:127.0.0.1:" +
+                                        std::to_string(listener_.Port()))),
+        module(agent, kSubtree) {}
 
   void Connect(std::size_t registrations = 1) {
     descriptor_ = agent.Poll();
@@ -86,20 +90,6 @@ class Device {
   }
 
  private:
-  snmp::AgentOptions Options() const {
-    snmp::AgentOptions options;
-    options.master = "tcp:127.0.0.1:" + std::to_string(listener_.Port());
-    options.firstRetry = 1ms;
-    options.lastRetry = 1ms;
-    options.timeout = 60s;
-    options.responseTimeout = 60s;
-    options.pingInterval = 0ms;
-    options.log = [](snmp::LogLevel, const std::string& line) {
-      const std::string copy = line;
-    };
-    return options;
-  }
-
   void Accept(std::size_t registrations) {
     session.emplace(listener_.Accept(60s), 60s);
     session->Grant(session->Next());
