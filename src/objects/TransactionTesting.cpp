@@ -23,11 +23,11 @@ agentx::Error WireError(SetError error) {
 
 void Transaction::Test(const agentx::Request& request,
                        const ObjectIndex* index) {
-  deadline_ = Now() + kForgotten;
   if (phase_ != Phase::Tested) {
     agent_.Respond(request.header, agentx::Error::GenErr, 0);
     return;
   }
+  deadline_ = Now() + kForgotten;
   const auto keep = shared_from_this();
   const std::size_t first = changes_.size();
   Failure failure;

@@ -4,12 +4,11 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <optional>
 #include <stdexcept>
 #include <string>
 #include <utility>
 
-#include "objects/Clock.h"
+#include "support/StandingTime.h"
 
 namespace {
 
@@ -17,39 +16,26 @@ using namespace std::chrono_literals;
 using snmpsubagent::LogLevel;
 using snmpsubagent::detail::Log;
 
-// Stands until it is moved.
-class Clock final : public snmpsubagent::detail::TestClock {
- public:
-  snmpsubagent::detail::Time Now() const noexcept override { return now; }
-  void Schedule(int, std::optional<snmpsubagent::detail::Time>) override {}
-
-  snmpsubagent::detail::Time now = snmpsubagent::detail::Time() + 24h;
-};
-
 struct ALog : testing::Test {
-  ALog() { snmpsubagent::detail::SetTestClock(&clock); }
-  ~ALog() override { snmpsubagent::detail::SetTestClock(nullptr); }
-
   void Write(const std::string& line) { log.Write(LogLevel::Warning, line); }
   std::string Take() { return std::exchange(said, {}); }
 
-  static Clock clock;
+  StandingTime time;
   std::string said;
   Log log{"agent",
           [this](LogLevel, const std::string& line) { said += line + "\n"; }};
 };
-Clock ALog::clock;
 
 TEST_F(ALog, SaysALineOnceAMinute) {
   Write("full");
   Write("full");
-  clock.now += 59s;
+  time.Pass(59s);
   Write("full");
   EXPECT_EQ(Take(), "full\n");
-  clock.now += 1s;
+  time.Pass(1s);
   Write("full");
   EXPECT_EQ(Take(), "full (and 2 times since it was said last)\n");
-  clock.now += 60s;
+  time.Pass(60s);
   Write("full");
   EXPECT_EQ(Take(), "full\n");
 }
