@@ -8,6 +8,9 @@ namespace {
 
 constexpr unsigned int kNoCell = ~0U;
 
+// A master agent that has not said for so long how a SET goes on has lost it.
+constexpr std::chrono::seconds kForgotten{60};
+
 // Of a row, the cell that is its StorageType.
 unsigned int StorageCell(const Store& store) {
   for (const auto& [cell, kind] : store.kinds) {
@@ -60,6 +63,7 @@ void Sets::Test(std::uint32_t id, std::uint32_t packet,
     set = &sets_.emplace_back();
     set->id = id;
   }
+  set->deadline = now_ + kForgotten;
   const std::size_t first = set->changes.size();
   Failure failure = StageAll(*set, varbinds);
   if (failure.error == kNone) failure = CheckAll(*set, first);
@@ -350,41 +354,67 @@ void Sets::Cleanup(std::uint32_t id) {
 void Sets::Lose() {
   for (Set& set : sets_) {
     set.isLost = true;
-    set.commits.clear();
-    set.undos.clear();
-    if (set.phase == Phase::Tested || set.phase == Phase::Ended) EndUndo(set);
-    if (set.phase == Phase::Committing) set.undoWanted = true;
-    if (set.phase == Phase::Committed) {
-      StartUndo(set, set.changes.size());
-      Proceed(set);
+    Abandon(set);
+  }
+  ForgetEnded();
+}
+
+// Nobody is told any more what becomes of it.
+void Sets::Abandon(Set& set) {
+  set.commits.clear();
+  set.undos.clear();
+  if (set.phase == Phase::Tested || set.phase == Phase::Ended) EndUndo(set);
+  if (set.phase == Phase::Committing) set.undoWanted = true;
+  if (set.phase == Phase::Committed) {
+    StartUndo(set, set.changes.size());
+    Proceed(set);
+  }
+}
+
+void Sets::Answer(const Unit& unit, Error error) {
+  for (Set& set : sets_) {
+    if (!set.waiting || Waiting(set).unit != &unit) continue;
+    Resume(set, error);
+    break;
+  }
+  ForgetEnded();
+}
+
+void Sets::Pass(Time time) {
+  now_ += time;
+  for (Set& set : sets_) {
+    if (now_ < set.deadline) continue;
+    if (set.waiting) {
+      Resume(set, kGenErr);
+    } else {
+      Abandon(set);
     }
   }
   ForgetEnded();
 }
 
-void Sets::Answer(const Unit& unit, Error error) {
-  for (Set& set : sets_) {
-    if (!set.waiting) continue;
-    const bool committing = set.phase == Phase::Committing;
-    Change& change = set.changes[committing ? set.next : set.next - 1];
-    if (change.unit != &unit) continue;
-    // What the application has made of it meanwhile stays.
-    const bool isAsPut =
-        change.store->isScalar
-            ? unit.state.status != kAbsent &&
-                  AreSame(*change.store, unit.state, change.after)
-            : !change.overtaken &&
-                  (!change.store->isCompared || unit.state == change.after);
-    if (error != kNone && committing && change.store->isServed && isAsPut) {
-      change.unit->state = change.before;
-      change.isPut = false;
-    }
-    set.waiting = false;
-    Take(set, error == kNone ? Step::Done : Step::Refused);
-    Proceed(set);
-    break;
+// Whose Apply function has not answered yet.
+Sets::Change& Sets::Waiting(Set& set) {
+  return set.changes[set.phase == Phase::Committing ? set.next : set.next - 1];
+}
+
+void Sets::Resume(Set& set, Error error) {
+  Change& change = Waiting(set);
+  const State& state = change.unit->state;
+  // What the application has made of it meanwhile stays.
+  const bool isAsPut = change.store->isScalar
+                           ? state.status != kAbsent &&
+                                 AreSame(*change.store, state, change.after)
+                           : !change.overtaken && (!change.store->isCompared ||
+                                                   state == change.after);
+  if (error != kNone && set.phase == Phase::Committing &&
+      change.store->isServed && isAsPut) {
+    change.unit->state = change.before;
+    change.isPut = false;
   }
-  ForgetEnded();
+  set.waiting = false;
+  Take(set, error == kNone ? Step::Done : Step::Refused);
+  Proceed(set);
 }
 
 void Sets::Note(const Unit& unit) {
@@ -415,6 +445,7 @@ void Sets::Respond(std::vector<std::uint32_t>& packets, Error error,
 }
 
 void Sets::Proceed(Set& set) {
+  set.deadline = now_ + kForgotten;
   while (!set.waiting) {
     if (set.phase == Phase::Committing && set.undoWanted) {
       StartUndo(set, set.next);
@@ -436,6 +467,7 @@ void Sets::Proceed(Set& set) {
 void Sets::Take(Set& set, Step step) {
   if (step == Step::Waiting) {
     set.waiting = true;
+    set.deadline = now_ + answerTime_;
   } else if (set.phase == Phase::Undoing) {
     set.undoFailed |= step == Step::Refused;
     --set.next;

@@ -2,6 +2,7 @@
 #ifndef SNMPSUBAGENT_TESTS_STRESS_FUZZ_KNOWNSETS_H_
 #define SNMPSUBAGENT_TESTS_STRESS_FUZZ_KNOWNSETS_H_
 
+#include <chrono>
 #include <cstdint>
 #include <list>
 #include <utility>
@@ -21,7 +22,11 @@ struct Response {
 
 class Sets {
  public:
-  explicit Sets(Objects& objects) : objects_(objects) {}
+  using Time = std::chrono::milliseconds;
+
+  // A function that answers later has to do so within `answerTime`.
+  Sets(Objects& objects, Time answerTime)
+      : objects_(objects), answerTime_(answerTime) {}
 
   // The phases of a SET (RFC 2741, 7.2.4). `packet` is that of the request.
   void Test(std::uint32_t id, std::uint32_t packet,
@@ -36,6 +41,8 @@ class Sets {
   void Answer(const Unit& unit, Error error);
   // The application has changed a row, and has said so.
   void Note(const Unit& unit);
+  // Time has passed, and whoever was to say something has not.
+  void Pass(Time time);
 
   // The responses that are to come since the last call, in their order.
   std::vector<Response> TakeResponses() {
@@ -86,6 +93,7 @@ class Sets {
     bool waiting = false;
     bool undoWanted = false;
     bool undoFailed = false;
+    Time deadline{0};
     std::uint16_t failure = 0;  // the varbind that ended committing
     std::vector<std::uint32_t> commits;
     std::vector<std::uint32_t> undos;
@@ -98,6 +106,9 @@ class Sets {
 
   Set* Find(std::uint32_t id);
   void ForgetEnded();
+  void Abandon(Set& set);
+  static Change& Waiting(Set& set);
+  void Resume(Set& set, Error error);
   void Respond(std::vector<std::uint32_t>& packets, Error error,
                std::uint16_t index);
 
@@ -128,6 +139,8 @@ class Sets {
   Step Apply(Change& change);
 
   Objects& objects_;
+  const Time answerTime_;
+  Time now_{0};
   SetList sets_;
   std::vector<Response> responses_;
   std::vector<const Unit*> applied_;

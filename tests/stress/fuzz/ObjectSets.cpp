@@ -451,7 +451,7 @@ class World {
   Input& input_;
   ServedAgent agent_;
   known::Objects objects_;
-  known::Sets sets_{objects_};
+  known::Sets sets_{objects_, ServedAgent::kAnswerTime};
   snmp::Module module_;
   std::vector<std::unique_ptr<Changeable>> all_;
 };

@@ -247,7 +247,7 @@ class World {
   Input& input_;
   ServedAgent agent_;
   known::Objects objects_;
-  known::Sets sets_{objects_};
+  known::Sets sets_{objects_, ServedAgent::kAnswerTime};
   snmp::Module module_;
   std::unique_ptr<Changeable> numbered_;
   std::unique_ptr<Changeable> named_;

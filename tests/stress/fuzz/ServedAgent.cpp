@@ -27,10 +27,10 @@ const wire::Listener& TheListener() {
 snmpsubagent::AgentOptions Options() {
   snmpsubagent::AgentOptions options;
   options.master = "tcp:127.0.0.1:" + std::to_string(TheListener().Port());
-  options.timeout = 250s;
+  options.timeout = ServedAgent::kTimeout;
   options.responseTimeout = kPatience;
-  options.firstRetry = 1ms;
-  options.lastRetry = 1ms;
+  options.firstRetry = ServedAgent::kRetry;
+  options.lastRetry = ServedAgent::kRetry;
   options.pingInterval = 0ms;
   options.log = [](snmpsubagent::LogLevel, const std::string&) {};
   return options;
@@ -54,9 +54,13 @@ void ServedAgent::Dispatch() {
 }
 
 void ServedAgent::Connect() {
-  if (!running_) descriptor_ = agent.Poll();
-  running_ = true;
-  Dispatch();
+  if (running_) {
+    Pass(kRetry);
+  } else {
+    descriptor_ = agent.Poll();
+    running_ = true;
+    Dispatch();
+  }
   testkit::FileDescriptor connection = TheListener().Accept(kPatience);
   const int number = connection.Number();
   session_.emplace(std::move(connection), kPatience);
@@ -88,4 +92,11 @@ wire::Response ServedAgent::Ask(const wire::Body& request) {
   const wire::Pdu pdu = Receive();
   Require(pdu.header.packetId == packet, "another response than expected");
   return std::get<wire::Response>(pdu.body);
+}
+
+void ServedAgent::Pass(std::chrono::milliseconds time) {
+  time_.Pass(time);
+  do {
+    agent.Dispatch();
+  } while (IsReadable(descriptor_, 0ms));
 }

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <array>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <iterator>
@@ -17,6 +18,8 @@ using known::wire::Varbind;
 namespace wire = known::wire;
 
 namespace {
+
+using namespace std::chrono_literals;
 
 // For whoever looks into a finding.
 void RequireSame(const Varbind& found, const Oid& name,
@@ -105,7 +108,12 @@ void SetsRun::Step() {
       Test();
       return Commit();
     default:
-      if (input_.Below(8) == 0) Lose();
+      switch (input_.Below(8)) {
+        case 0:
+          return Lose();
+        case 1:
+          return Pass();
+      }
   }
 }
 
@@ -207,6 +215,16 @@ void SetsRun::Lose() {
   agent_.Lose();
   sets_.Lose();
   agent_.Connect();
+  sets_.Pass(ServedAgent::kRetry);
+}
+
+// The master agent says nothing for a while; nor does the application.
+void SetsRun::Pass() {
+  constexpr std::array<std::chrono::seconds, 3> kTimes{10s, 20s, 60s};
+  const auto time = kTimes[input_.Below(3)];
+  Trace("pass " + std::to_string(time.count()) + " s");
+  agent_.Pass(time);
+  sets_.Pass(time);
 }
 
 void SetsRun::CompareResponses() {

@@ -63,6 +63,7 @@ class SetsRun {
   void Plan();
   void Answer();
   void Lose();
+  void Pass();
   void CompareResponses();
   void CompareValues();
   void CompareWalk();
