@@ -98,7 +98,9 @@ class SNMPSUBAGENT_OBJECTS_EXPORT Notification {
 
   // A value that has no instance now, or whose function throws, is left out,
   // with a log line. `outcome` is called once, also if the agent never runs, at
-  // the latest when that is destroyed; perhaps before Send() returns.
+  // the latest when that is destroyed; perhaps before Send() returns. It may
+  // send again what was dropped: that waits, beyond the limit, at least until
+  // the next Send() or attempt to connect.
   void Send(const std::vector<NotificationObject>& objects,
             NotificationFunction outcome = {});
   void Send(std::initializer_list<NotificationObject> objects,

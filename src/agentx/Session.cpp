@@ -159,7 +159,8 @@ std::uint64_t Session::Notify(std::vector<std::uint8_t> payload,
                               const std::string& context, Time now) {
   const std::uint64_t id = notifications_.Add(std::move(payload), context);
   SendWhatFits(now);
-  if (state_ != State::Open) {
+  // An application that sends again whatever is dropped would never return.
+  if (state_ != State::Open && !telling_) {
     Tell(notifications_.TakeWaitingBeyond(options_.notificationLimit),
          NotificationOutcome::Dropped);
   }
@@ -212,10 +213,12 @@ void Session::WriteClose(CloseReason reason) {
 
 void Session::Tell(const NotificationList& notifications,
                    NotificationOutcome outcome, Error error) {
+  const bool wasTelling = std::exchange(telling_, true);
   for (const QueuedNotification& notification : notifications) {
     if (outcome == NotificationOutcome::Dropped) ++dropped_;
     user_.OnNotification(notification.id, outcome, error);
   }
+  telling_ = wasTelling;
 }
 
 }  // namespace snmpsubagent::agentx

@@ -166,7 +166,9 @@ class Session {
 
   // Queues a notification whose varbinds are `payload`, as VarbindWriter makes
   // them. Each is sent once, in order. What has not begun to be sent when the
-  // session is lost is sent in the next one.
+  // session is lost is sent in the next one. Of too many that wait the oldest
+  // are dropped, here and when an attempt fails; but not while OnNotification()
+  // runs, which may queue again what was dropped.
   std::uint64_t Notify(std::vector<std::uint8_t> payload,
                        const std::string& context, Time now);
   // The number that the next one will have.
@@ -250,6 +252,7 @@ class Session {
   OwnRequests outstanding_;
   StandingRequests standing_;
   NotificationQueue notifications_;
+  bool telling_ = false;  // what came of notifications
   std::uint64_t dropped_ = 0;
 };
 

@@ -2,6 +2,7 @@
 #include "FuzzedUser.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "agentx/ResponseWriter.h"
 
@@ -14,7 +15,9 @@ void FuzzedUser::Serve(Session& session, Input& input, Time& now) {
 }
 
 void FuzzedUser::Notify() {
+  const bool wasQueued = std::exchange(isQueued_, isTold_);
   const std::uint64_t id = session_->Notify({}, "", *now_);
+  isQueued_ = wasQueued;
   sent_ = std::max(sent_, id);
 }
 
@@ -75,10 +78,13 @@ void FuzzedUser::OnRegistration(std::uint32_t, Error) {
 }
 
 void FuzzedUser::OnNotification(std::uint64_t id, NotificationOutcome, Error) {
+  Require(!isQueued_, "told while another one is queued by what is told");
   if (outcomes_.size() <= id) outcomes_.resize(id + 1);
   sent_ = std::max(sent_, id);
   if (++outcomes_[id] > 1) onlyOnes_ = false;
+  const bool wasTold = std::exchange(isTold_, true);
   ActNow();
+  isTold_ = wasTold;
 }
 
 }  // namespace snmpsubagent::agentx

@@ -45,6 +45,8 @@ class FuzzedUser : public SessionUser {
   Time* now_ = nullptr;
   bool open_ = false;
   bool onlyOnes_ = true;
+  bool isTold_ = false;           // of a notification
+  bool isQueued_ = false;         // another one meanwhile
   std::vector<int> outcomes_{0};  // by the notification's number
   std::uint64_t sent_ = 0;
 };

@@ -8,6 +8,7 @@
 #include <array>
 #include <atomic>
 #include <chrono>
+#include <functional>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -23,6 +24,7 @@
 using snmp::NotificationResult;
 using testing::Each;
 using testing::EndsWith;
+using testing::UnorderedElementsAreArray;
 using testkit::Deadlines;
 
 namespace {
@@ -129,6 +131,30 @@ TEST_F(Sending, MoreThanTheLimitWhileThereIsNoSessionDropsTheOldest) {
   ASSERT_TRUE(receiver_.WaitForCount(10));
   EXPECT_EQ(Arrived(), Numbers(16, 25));
   EXPECT_TRUE(outcomes_.WaitForCount(NotificationResult::Sent, 10));
+}
+
+TEST_F(Sending, AgainWhateverIsDroppedLosesNothing) {
+  std::atomic<bool> insists{true};
+  std::function<void(int)> send;
+  snmp::AgentOptions options = OptionsFor(AddressOf(served_.master));
+  options.notificationLimit = 2;
+  snmp::Agent agent("stubborn", options);
+  snmp::Module module(agent, "1.3.6.1.4.1.32473.10");
+  snmp::Notification notification(module, "0.1");
+  send = [&](int number) {
+    notification.Send(
+        {{snmp::Oid(Served::Name("1")), number}},
+        [&, number](const NotificationResult& result) {
+          if (result.outcome != NotificationResult::Sent && insists) {
+            send(number);
+          }
+        });
+  };
+  for (int i = 1; i <= 20; ++i) send(i);
+  agent.Start();
+  EXPECT_TRUE(receiver_.WaitForCount(20));
+  EXPECT_THAT(Arrived(), UnorderedElementsAreArray(Numbers(1, 20)));
+  insists = false;
 }
 
 TEST_F(Sending, WithALimitOfNoneIsToldToBeDroppedAtOnce) {

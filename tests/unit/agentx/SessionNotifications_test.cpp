@@ -153,11 +153,27 @@ TEST_F(ANotification, MayBeQueuedInTheCallbackThatTellsOfAnother) {
   StartConnecting();
   Notify(1);
   Notify(2);
-  EXPECT_THAT(Told(), ElementsAre("notification 1: dropped",
-                                  "notification 2: dropped"));
+  EXPECT_THAT(Told(), ElementsAre("notification 1: dropped"));
   session().Connected(now);
   Answer(Sent().at(0));
-  EXPECT_THAT(LastOf(Sent()), ElementsAre(3U));
+  EXPECT_THAT(LastOf(Sent()), ElementsAre(2U, 3U));
+}
+
+TEST_F(ANotification, MayBeQueuedAgainWheneverItIsDropped) {
+  options.notificationLimit = 0;
+  whenTold = [&](const std::string& what) {
+    if (what.find("dropped") != std::string::npos) Notify(1);
+  };
+  StartConnecting();
+  Notify(1);
+  EXPECT_THAT(Told(), ElementsAre("notification 1: dropped"));
+  EXPECT_EQ(session().WaitingNotifications(), 1U);
+  session().ConnectFailed(now, "refused");
+  EXPECT_THAT(Told(), ElementsAre("attempt failed: refused",
+                                  "notification 2: dropped"));
+  EXPECT_EQ(session().WaitingNotifications(), 1U);
+  OpenAgain();
+  EXPECT_THAT(LastOf(Sent()), ElementsAre(1U));
 }
 
 // Of a burst the output never has more than a few, so that neither side waits
