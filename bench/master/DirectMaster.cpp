@@ -1,15 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 #include "master/DirectMaster.h"
 
-#include <poll.h>
-#include <sys/socket.h>
-#include <sys/un.h>
-
-#include <cerrno>
-#include <cstring>
 #include <map>
-#include <stdexcept>
-#include <system_error>
 
 namespace agentx = testkit::agentx;
 
@@ -18,16 +10,11 @@ namespace {
 // Under callgrind a subagent is slow, and so is an iterator with many rows.
 constexpr std::chrono::seconds kTimeout{300};
 
-int Checked(int result, const char* call) {
-  if (result < 0) throw std::system_error(errno, std::generic_category(), call);
-  return result;
-}
-
 }  // namespace
 
 void DirectMaster::Connect(const Expected& expected) {
-  session_ =
-      std::make_unique<agentx::MasterSession>(Accept(kTimeout), kTimeout);
+  session_ = std::make_unique<agentx::MasterSession>(listener_.Accept(kTimeout),
+                                                     kTimeout);
   session_->ServeUntil(
       [&] { return session_->Registered().size() >= expected.subtrees; });
   session_->SetCleanupIsAnswered(expected.answersCleanup);
@@ -65,25 +52,4 @@ std::vector<DirectMaster::Timed> DirectMaster::PutAll(
     open.erase(answer.header.packetId);
   }
   return answers;
-}
-
-UnixMaster::UnixMaster()
-    : socket_(
-          Checked(socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0), "socket")) {
-  sockaddr_un address{};
-  address.sun_family = AF_UNIX;
-  std::strncpy(address.sun_path, Path().c_str(), sizeof address.sun_path - 1);
-  Checked(bind(socket_.Number(), reinterpret_cast<const sockaddr*>(&address),
-               sizeof address),
-          "bind");
-  Checked(listen(socket_.Number(), 1), "listen");
-}
-
-testkit::FileDescriptor UnixMaster::Accept(std::chrono::milliseconds time) {
-  pollfd waiting{socket_.Number(), POLLIN, 0};
-  if (poll(&waiting, 1, static_cast<int>(time.count())) != 1) {
-    throw std::runtime_error("no subagent has connected");
-  }
-  return testkit::FileDescriptor(Checked(
-      accept4(socket_.Number(), nullptr, nullptr, SOCK_CLOEXEC), "accept"));
 }

@@ -5,10 +5,10 @@
 #include <chrono>
 #include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "master/Master.h"
-#include "testkit/FileDescriptor.h"
 #include "testkit/ScratchDirectory.h"
 #include "testkit/agentx/Listener.h"
 #include "testkit/agentx/MasterSession.h"
@@ -23,6 +23,7 @@ class DirectMaster : public Master {
     std::chrono::duration<double, std::milli> latency;
   };
 
+  std::string Address() const override { return listener_.Address(); }
   void Connect(const Expected& expected) override;
   testkit::agentx::Response Put(const testkit::agentx::Body& request) override;
 
@@ -31,39 +32,26 @@ class DirectMaster : public Master {
   std::vector<Timed> PutAll(const std::vector<testkit::agentx::Body>& requests,
                             std::size_t outstanding);
 
- private:
-  // The subagent's connection.
-  virtual testkit::FileDescriptor Accept(std::chrono::milliseconds time) = 0;
+ protected:
+  explicit DirectMaster(testkit::agentx::Listener listener)
+      : listener_(std::move(listener)) {}
 
+ private:
+  testkit::agentx::Listener listener_;
   std::unique_ptr<testkit::agentx::MasterSession> session_;
 };
 
 class TcpMaster : public DirectMaster {
  public:
-  std::string Address() const override {
-    return "tcp:127.0.0.1:" + std::to_string(listener_.Port());
-  }
-
- private:
-  testkit::FileDescriptor Accept(std::chrono::milliseconds time) override {
-    return listener_.Accept(time);
-  }
-
-  testkit::agentx::Listener listener_;
+  TcpMaster() : DirectMaster(testkit::agentx::Listener()) {}
 };
 
 // Where the objects and Net-SNMP connect if they are not told: a Unix socket.
-class UnixMaster : public DirectMaster {
+class UnixMaster : private testkit::ScratchDirectory, public DirectMaster {
  public:
-  UnixMaster();
-  std::string Address() const override { return "unix:" + Path(); }
-
- private:
-  testkit::FileDescriptor Accept(std::chrono::milliseconds time) override;
-  std::string Path() const { return directory_.Path() / "master"; }
-
-  testkit::ScratchDirectory directory_;
-  testkit::FileDescriptor socket_;
+  UnixMaster()
+      : DirectMaster(
+            testkit::agentx::Listener(std::string(Path() / "master"))) {}
 };
 
 #endif  // SNMPSUBAGENT_BENCH_MASTER_DIRECTMASTER_H_

@@ -62,6 +62,7 @@ int AgentState::Poll() {
 
 void AgentState::Dispatch() {
   const std::lock_guard lock(mutex_);
+  if (serving_) return;  // called by an application function
   if (const auto connection = connection_) {
     hasRun_ = true;
     Serve(*connection, connection->Wait(true));
@@ -76,18 +77,16 @@ void AgentState::Loop(const std::shared_ptr<Connection>& connection) {
   }
 }
 
-// False when this connection is no longer the agent's.
+// False when this connection is no longer the agent's. The caller keeps it.
 bool AgentState::Serve(Connection& connection,
                        const Connection::Events& events) {
-  if (&connection != connection_.get()) return false;
-  if (serving_) return true;  // an application function has dispatched
-  const auto keep = connection_;
+  const auto isOurs = [&] { return &connection == connection_.get(); };
+  if (!isOurs()) return false;
   Alone([&] {
-    connection.Serve(events);
-    requests_.Advance(Now());
+    if (connection.Serve(events)) requests_.Advance(Now());
+    if (isOurs()) connection.Update(requests_.NextDeadline());
   });
-  Update();
-  return &connection == connection_.get();
+  return isOurs();
 }
 
 void AgentState::Update() {

@@ -70,7 +70,8 @@ Connection::Events Connection::Wait(bool atOnce) const {
   return happened;
 }
 
-void Connection::Serve(const Events& happened) {
+bool Connection::Serve(const Events& happened) {
+  bool mayBeTime = false;
   for (int i = 0; i < happened.count; ++i) {
     const epoll_event& event = happened.events[static_cast<std::size_t>(i)];
     if (event.data.u64 == kWake || event.data.u64 == kTimer) {
@@ -79,10 +80,16 @@ void Connection::Serve(const Events& happened) {
       [[maybe_unused]] const auto got =
           read((isTimer ? timer_ : wake_).Number(), &ignored, sizeof ignored);
       if (isTimer) timerSetTo_.reset();
+      mayBeTime = true;
     } else if (event.data.u64 == kFirstSocket + socketCount_) {
       ServeSocket(event.events);
     }
   }
+  if (mayBeTime) MeetDeadlines();
+  return mayBeTime;
+}
+
+void Connection::MeetDeadlines() {
   const agentx::Time now = Now();
   if (connectDeadline_ && now >= *connectDeadline_) {
     GiveUpEndpoint(ETIMEDOUT);
@@ -99,7 +106,7 @@ void Connection::ServeSocket(std::uint32_t events) {
   if (connecting_) {
     FinishConnecting();
   } else if ((events & ~static_cast<std::uint32_t>(EPOLLOUT)) != 0) {
-    Receive();
+    Receive((events & ~static_cast<std::uint32_t>(EPOLLIN | EPOLLOUT)) != 0);
   }
 }
 
@@ -116,9 +123,13 @@ void Connection::Update(std::optional<agentx::Time> deadline) {
   SetTimer(deadline);
 }
 
-void Connection::Receive() {
+// What was too much for one call is told of anew, and so is the end behind it.
+void Connection::Receive(bool mayHaveClosed) {
   const auto size =
       recv(socket_.Number(), received_.data(), received_.size(), 0);
+  if (mayHaveClosed || size == static_cast<ssize_t>(received_.size())) {
+    WatchAs(EPOLL_CTL_MOD, watched_);
+  }
   if (size > 0) {
     if (!session_.Receive(received_.data(), static_cast<std::size_t>(size),
                           Now())) {
@@ -183,12 +194,17 @@ void Connection::CloseSocket() {
 
 void Connection::Watch(std::uint32_t events) {
   if (events == watched_) return;
-  epoll_event event{};
-  event.events = events;
-  event.data.u64 = kFirstSocket + socketCount_;
-  epoll_ctl(events_.Number(), watched_ == 0 ? EPOLL_CTL_ADD : EPOLL_CTL_MOD,
-            socket_.Number(), &event);
+  WatchAs(watched_ == 0 ? EPOLL_CTL_ADD : EPOLL_CTL_MOD, events);
   watched_ = events;
+}
+
+// Told once of what has arrived, and not again while it is there: the kernel
+// need not look before each wait.
+void Connection::WatchAs(int operation, std::uint32_t events) {
+  epoll_event event{};
+  event.events = events | EPOLLRDHUP | EPOLLET;
+  event.data.u64 = kFirstSocket + socketCount_;
+  epoll_ctl(events_.Number(), operation, socket_.Number(), &event);
 }
 
 // Set anew only when it is to come earlier: a ping that has moved on costs

@@ -51,8 +51,9 @@ class Connection {
   // Makes Descriptor() readable once.
   void Wake();
 
-  // Takes in what has arrived, and does what it is time for.
-  void Serve(const Events& events);
+  // Takes in what has arrived and, when the deadline that Update() has set may
+  // have come, does what it is time for: it returns true then.
+  bool Serve(const Events& events);
 
   // Connects, sends and closes as the session wishes, and has Descriptor()
   // become readable at `deadline`, or earlier if the session needs it. To be
@@ -76,12 +77,14 @@ class Connection {
   void GiveUpEndpoint(int error);
   bool StartConnecting(const MasterAddress::Endpoint& endpoint);
   void FinishConnecting();
-  void Receive();
+  void Receive(bool mayHaveClosed);
   void Flush();
   void Lose(std::string_view reason);
   void CloseSocket();
   void ServeSocket(std::uint32_t events);
+  void MeetDeadlines();
   void Watch(std::uint32_t events);
+  void WatchAs(int operation, std::uint32_t events);
   void SetTimer(std::optional<agentx::Time> deadline);
 
   agentx::Session& session_;

@@ -6,12 +6,33 @@
 
 namespace snmpsubagent::detail {
 
+// A binary search that passes over what names have in common: of what lies
+// between two names, all begins as those two do.
 ObjectIndex::Objects::const_iterator ObjectIndex::PlaceBehind(
     OidView name) const {
-  return std::upper_bound(objects_.begin(), objects_.end(), name,
-                          [](OidView wanted, const ManagedObject* object) {
-                            return wanted < object->Name();
-                          });
+  auto first = objects_.begin();
+  auto last = objects_.end();
+  // Sub-identifiers that `name` shares with the object before `first`, and with
+  // the one at `last`.
+  std::size_t sharedBefore = 0;
+  std::size_t sharedBehind = 0;
+  while (first != last) {
+    const auto middle = first + (last - first) / 2;
+    const OidView other = (*middle)->Name();
+    const std::size_t end = std::min(name.size(), other.size());
+    std::size_t shared = std::min(sharedBefore, sharedBehind);
+    while (shared < end && name[shared] == other[shared]) ++shared;
+    const bool isBehind = shared < end ? name[shared] < other[shared]
+                                       : name.size() < other.size();
+    if (isBehind) {
+      last = middle;
+      sharedBehind = shared;
+    } else {
+      first = middle + 1;
+      sharedBefore = shared;
+    }
+  }
+  return first;
 }
 
 void ObjectIndex::Add(ManagedObject& object) {

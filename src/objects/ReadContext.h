@@ -2,9 +2,10 @@
 #ifndef SNMPSUBAGENT_OBJECTS_READCONTEXT_H_
 #define SNMPSUBAGENT_OBJECTS_READCONTEXT_H_
 
+#include <algorithm>
+#include <array>
 #include <cstddef>
 #include <memory>
-#include <vector>
 
 #include "agentx/VarbindWriter.h"
 #include "snmpsubagent/ValueWriter.h"
@@ -28,13 +29,14 @@ class ReadContext {
   // Writes the name; false if it is beyond the end.
   bool Begin(OidView name) {
     if (!end_.empty() && name >= end_) return false;
-    name_.assign(name.begin(), name.end());
+    nameSize_ = std::min(name.size(), name_.size());
+    std::copy_n(name.begin(), nameSize_, name_.begin());
     place_ = varbinds_.Place();
     varbinds_.Name(name);
     return true;
   }
   // That of the last Begin().
-  OidView Name() const { return {name_.data(), name_.size()}; }
+  OidView Name() const { return {name_.data(), nameSize_}; }
   // Takes the name back, and what was written behind it.
   void Cancel() { varbinds_.Rewind(place_); }
 
@@ -50,7 +52,8 @@ class ReadContext {
   ValueWriter writer_;
   std::shared_ptr<ReadCall> call_;
   OidView end_;
-  std::vector<SubIdentifier> name_;
+  std::array<SubIdentifier, Oid::kMaxSize> name_;
+  std::size_t nameSize_ = 0;
   std::size_t place_ = 0;
 };
 

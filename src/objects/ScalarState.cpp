@@ -17,9 +17,9 @@ ScalarState::ScalarState(std::shared_ptr<ModuleState> module,
                          std::string_view oid, ValueType type, bool writable,
                          std::shared_ptr<const Constraints> constraints)
     : ManagedObject(std::move(module), oid, OidView(kInstance, 1)),
-      constraints_(std::move(constraints)),
       type_(type),
-      writable_(writable) {
+      writable_(writable),
+      constraints_(std::move(constraints)) {
   if (Name()[Name().size() - 1] == 0) {
     throw std::invalid_argument(
         ToString(Name()) +

@@ -5,6 +5,7 @@
 #include <netinet/in.h>
 #include <poll.h>
 #include <sys/socket.h>
+#include <sys/un.h>
 
 #include <cerrno>
 #include <stdexcept>
@@ -18,11 +19,19 @@ int Checked(int result, const char* call) {
   return result;
 }
 
+FileDescriptor Socket(int family) {
+  return FileDescriptor(
+      Checked(socket(family, SOCK_STREAM | SOCK_CLOEXEC, 0), "socket"));
+}
+
+void Listen(const FileDescriptor& socket, sockaddr* address, socklen_t size) {
+  Checked(bind(socket.Number(), address, size), "bind");
+  Checked(listen(socket.Number(), 8), "listen");
+}
+
 }  // namespace
 
-Listener::Listener(int port)
-    : socket_(
-          Checked(socket(AF_INET, SOCK_STREAM | SOCK_CLOEXEC, 0), "socket")) {
+Listener::Listener(int port) : socket_(Socket(AF_INET)) {
   const int on = 1;
   setsockopt(socket_.Number(), SOL_SOCKET, SO_REUSEADDR, &on, sizeof on);
   sockaddr_in address{};
@@ -31,10 +40,18 @@ Listener::Listener(int port)
   address.sin_port = htons(static_cast<in_port_t>(port));
   socklen_t length = sizeof address;
   auto* const generic = reinterpret_cast<sockaddr*>(&address);
-  Checked(bind(socket_.Number(), generic, length), "bind");
-  Checked(listen(socket_.Number(), 8), "listen");
+  Listen(socket_, generic, length);
   Checked(getsockname(socket_.Number(), generic, &length), "getsockname");
   port_ = ntohs(address.sin_port);
+  address_ = "tcp:127.0.0.1:" + std::to_string(port_);
+}
+
+Listener::Listener(const std::string& path)
+    : socket_(Socket(AF_UNIX)), address_("unix:" + path) {
+  sockaddr_un address{};
+  address.sun_family = AF_UNIX;
+  path.copy(address.sun_path, sizeof address.sun_path - 1);
+  Listen(socket_, reinterpret_cast<sockaddr*>(&address), sizeof address);
 }
 
 FileDescriptor Listener::Accept(std::chrono::milliseconds deadline) const {

@@ -3,17 +3,23 @@
 #define SNMPSUBAGENT_TESTKIT_AGENTX_LISTENER_H_
 
 #include <chrono>
+#include <string>
 
 #include "testkit/FileDescriptor.h"
 
 namespace testkit::agentx {
 
-// Where a master agent waits for its subagents: a TCP port of 127.0.0.1.
+// Where a master agent waits for its subagents: a TCP port of 127.0.0.1, or a
+// Unix socket.
 class Listener {
  public:
   // At that port; at a free one for 0. Throws std::system_error.
   explicit Listener(int port = 0);
+  // At that path, which does not exist yet. Throws std::system_error.
+  explicit Listener(const std::string& path);
 
+  // As a subagent is given it: "tcp:127.0.0.1:1705" or "unix:/path".
+  const std::string& Address() const { return address_; }
   int Port() const { return port_; }
 
   // The next connection. Throws std::runtime_error if none has come in time.
@@ -21,7 +27,8 @@ class Listener {
 
  private:
   FileDescriptor socket_;
-  int port_;
+  std::string address_;
+  int port_ = 0;
 };
 
 }  // namespace testkit::agentx

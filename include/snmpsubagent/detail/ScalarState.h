@@ -64,9 +64,10 @@ class SNMPSUBAGENT_OBJECTS_EXPORT ScalarState : public ManagedObject {
  private:
   Answer ReadInstance(ReadContext& context);
 
-  std::shared_ptr<const Constraints> constraints_;
-  ValueType type_;
-  bool writable_;
+  // Before the pointer, where they take no more memory.
+  const ValueType type_;
+  const bool writable_;
+  const std::shared_ptr<const Constraints> constraints_;
 };
 
 // The application's functions of a scalar. Replaced as a whole, since one of
@@ -93,7 +94,7 @@ class TypedScalar final : public ScalarState {
 
   // A function of the source before may be running; it lasts until it returns.
   void SetSource(std::unique_ptr<Source<T>> source) {
-    source_ = std::move(source);
+    source_ = SharedSource<T>(std::move(source));
   }
   std::optional<T> Load() const { return Held()->Load(); }
   SetError Store(const T& value) { return Held()->Store(value); }
@@ -136,9 +137,9 @@ class TypedScalar final : public ScalarState {
 
   SetError StageChange(T before, T after, Transaction& transaction);
 
-  std::shared_ptr<Source<T>> Held() const { return source_; }
+  SharedSource<T> Held() const { return source_; }
 
-  std::shared_ptr<Source<T>> source_;
+  SharedSource<T> source_;
   std::shared_ptr<const Functions> functions_;
 };
 

@@ -23,9 +23,15 @@
 namespace snmpsubagent::detail {
 
 template <typename T>
+class SharedSource;
+
+template <typename T>
 class Source {
  public:
+  Source() = default;
   virtual ~Source() = default;
+  Source(const Source&) = delete;
+  Source& operator=(const Source&) = delete;
 
   // The value now; none if there is no instance.
   virtual std::optional<T> Load() = 0;
@@ -40,6 +46,40 @@ class Source {
   virtual Answer Read(ReadContext& context) {
     return Write(WriterOf(context)) ? Answer::Written : Answer::Absent;
   }
+
+ private:
+  friend class SharedSource<T>;
+
+  unsigned int owners_ = 0;
+};
+
+// One of the owners of a source: its scalar, and each call that runs in it. A
+// std::shared_ptr would take a block more for each scalar.
+//
+// Threads: copied under the agent's lock only, so that the count needs no
+// atomic.
+template <typename T>
+class SharedSource {
+ public:
+  explicit SharedSource(std::unique_ptr<Source<T>> source)
+      : source_(source.release()) {
+    ++source_->owners_;
+  }
+  SharedSource(const SharedSource& other) : source_(other.source_) {
+    ++source_->owners_;
+  }
+  SharedSource& operator=(SharedSource other) {
+    std::swap(source_, other.source_);
+    return *this;
+  }
+  ~SharedSource() {
+    if (--source_->owners_ == 0) delete source_;
+  }
+
+  Source<T>* operator->() const { return source_; }
+
+ private:
+  Source<T>* source_;
 };
 
 template <typename T>

@@ -123,9 +123,9 @@ snmpsubagent::AgentOptions Device::Options() {
   return options;
 }
 
-Device::Device(snmpsubagent::AgentOptions options)
-    : agent("device", [&] {
-        options.master = "tcp:127.0.0.1:" + std::to_string(Port());
+Device::Device(snmpsubagent::AgentOptions options, wire::Listener listener)
+    : listener_(std::move(listener)), agent("device", [&] {
+        options.master = listener_.Address();
         options.log = [this](snmpsubagent::LogLevel, const std::string& line) {
           const std::lock_guard lock(logMutex_);
           log_.push_back(line);

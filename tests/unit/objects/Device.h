@@ -42,7 +42,8 @@ using Assignments = std::vector<Assignment>;
 // error as "genErr 2" with the number of the varbind.
 class Device {
  public:
-  explicit Device(snmpsubagent::AgentOptions options = Options());
+  explicit Device(snmpsubagent::AgentOptions options = Options(),
+                  wire::Listener listener = wire::Listener());
 
   // Those of a test: attempts to connect follow each other soon.
   static snmpsubagent::AgentOptions Options();

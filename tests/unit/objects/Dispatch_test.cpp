@@ -16,6 +16,7 @@
 #include <utility>
 
 #include "Device.h"
+#include "testkit/ScratchDirectory.h"
 
 namespace snmp = snmpsubagent;
 
@@ -32,6 +33,9 @@ std::size_t Threads() {
 // A loop as an application has it, on this thread.
 class APolledAgent : public testing::Test {
  protected:
+  explicit APolledAgent(wire::Listener listener = wire::Listener())
+      : device(Device::Options(), std::move(listener)) {}
+
   // Polls and dispatches until then; false if that takes too long.
   bool LoopUntil(const std::function<bool()>& done) {
     const auto end = std::chrono::steady_clock::now() + 60s;
@@ -58,6 +62,13 @@ class APolledAgent : public testing::Test {
   Device device;
   snmp::Module module{device.agent, kBase};
   int descriptor = -1;
+};
+
+class APolledAgentAtAUnixSocket : testkit::ScratchDirectory,
+                                  public APolledAgent {
+ protected:
+  APolledAgentAtAUnixSocket()
+      : APolledAgent(wire::Listener(std::string(Path() / "master"))) {}
 };
 
 TEST_F(APolledAgent, ServesOnTheThreadThatDispatches) {
@@ -104,6 +115,33 @@ TEST_F(APolledAgent, IsQuietWhenThereIsNothingToDo) {
   device.agent.Dispatch();
   pollfd waiting{descriptor, POLLIN, 0};
   EXPECT_EQ(poll(&waiting, 1, 50), 0);
+}
+
+// The socket holds all of it; over TCP the rest comes when there is room.
+TEST_F(APolledAgentAtAUnixSocket, ServesMoreThanItReadsAtOnce) {
+  constexpr int kRequests = 2000;
+  int asked = 0;
+  snmp::Scalar scalar(module, "1", [&] { return ++asked; });
+  descriptor = device.agent.Poll();
+  With([&] { device.Accept(); });
+  wire::Pdu get{{}, {}, wire::Get{{{Id("1.0"), false, {}}}}};
+  get.header.sessionId = device.Master().Id();
+  const wire::Bytes request = wire::Encode(get);
+  wire::Bytes requests;
+  for (int i = 0; i < kRequests; ++i) {
+    requests.insert(requests.end(), request.begin(), request.end());
+  }
+  ASSERT_GT(requests.size(), 65536U);
+  device.Master().SendBytes(requests);  // the loop stands still meanwhile
+  EXPECT_TRUE(LoopUntil([&] { return asked == kRequests; }));
+}
+
+TEST_F(APolledAgent, SeesTheEndBehindTheLastMessage) {
+  descriptor = device.agent.Poll();
+  With([&] { device.Accept(); });
+  device.Send(wire::CleanupSet{});  // has no response that could fail
+  device.Lose();
+  EXPECT_TRUE(LoopUntil([&] { return !device.agent.Connected(); }));
 }
 
 TEST_F(APolledAgent, ConnectsAgainByItsTimer) {
