@@ -101,7 +101,7 @@ TEST_F(AForgottenSet, IsAnsweredInTimeAlthoughATestSetComesTooLate) {
   device.Sync();
   time.Pass(Device::Options().timeout - 1s);
   EXPECT_EQ(set.Test(kBoth), "genErr");
-  Pass(1s);
+  time.Pass(1s);
   EXPECT_EQ(device.Receive(commit), "commitFailed 2");
   EXPECT_EQ(Values(), "INTEGER 1, INTEGER 2");
 }
