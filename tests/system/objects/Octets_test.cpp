@@ -11,6 +11,7 @@
 namespace {
 
 using std::chrono::milliseconds;
+using std::chrono::seconds;
 using std::chrono::system_clock;
 
 enum class Alarm { Hot = 0, Cold = 7, Open = 8, Last = 31 };
@@ -53,13 +54,13 @@ TEST(AMacAddress, IsShownAndTakenFromEverySource) {
 
 TEST(ADateAndTime, IsShownAndTakenFromEverySource) {
   CheckWithTools<system_clock::time_point>({
-      {system_clock::from_time_t(0),
+      {system_clock::time_point(),
        "Hex-STRING: 07 B2 01 01 00 00 00 00 2B 00 00 ",
        "x 07b20101000000002b0000"},
-      {system_clock::from_time_t(951782400 + 86399) + milliseconds(900),
+      {system_clock::time_point(seconds(951782400 + 86399)) + milliseconds(900),
        "Hex-STRING: 07 D0 02 1D 17 3B 3B 09 2B 00 00 ",
        "x 07d0021d173b3b092b0000"},
-      {system_clock::from_time_t(4102444799),
+      {system_clock::time_point(seconds(4102444799)),
        "Hex-STRING: 08 33 0C 1F 17 3B 3B 00 2B 00 00 ",
        "x 08340101001d3b002b001e"},
   });
