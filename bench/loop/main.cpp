@@ -140,7 +140,7 @@ void Serve(const bench_order& order) {
   const int connection = ConnectTo(order.master);
   const int epoll = epoll_create1(0);
   epoll_event event{};
-  event.events = EPOLLIN;
+  event.events = EPOLLIN | EPOLLET;
   epoll_ctl(epoll, EPOLL_CTL_ADD, connection, &event);
   OpenSession(connection);
   std::array<std::uint8_t, 512> get;

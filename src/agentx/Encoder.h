@@ -35,8 +35,9 @@ class Encoder {
   // Octets of 0, as reserved fields and padding have them.
   void Reserved(std::size_t size) { out_.resize(out_.size() + size); }
 
-  // Requires: at most Oid::kMaxSize sub-identifiers.
-  void ObjectIdentifier(OidView oid);
+  // Behind so many reserved octets. Requires: at most Oid::kMaxSize
+  // sub-identifiers.
+  void ObjectIdentifier(OidView oid, std::size_t reserved = 0);
   void OctetString(std::string_view octets);
   // Bytes that are encoded already.
   void Encoded(const std::vector<std::uint8_t>& bytes) {

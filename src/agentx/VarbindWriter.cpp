@@ -6,8 +6,7 @@ namespace snmpsubagent::agentx {
 // The type stands before the name, but is known with the value only.
 void VarbindWriter::Name(OidView name) {
   varbind_ = encoder_.Size();
-  encoder_.Reserved(4);
-  encoder_.ObjectIdentifier(name);
+  encoder_.ObjectIdentifier(name, 4);
 }
 
 void VarbindWriter::Type(ValueType type) {

@@ -4,6 +4,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cassert>
 #include <cstddef>
 #include <memory>
 
@@ -26,13 +27,15 @@ class ReadContext {
   // Instances from `end` on are not wanted; an empty one sets no bound.
   void SetEnd(OidView end) { end_ = end; }
 
-  // Writes the name; false if it is beyond the end.
-  bool Begin(OidView name) {
-    if (!end_.empty() && name >= end_) return false;
-    nameSize_ = std::min(name.size(), name_.size());
-    std::copy_n(name.begin(), nameSize_, name_.begin());
+  // Writes the name, whose parts stand one behind the other; false if it is
+  // beyond the end. Requires: at most Oid::kMaxSize sub-identifiers.
+  template <typename... Parts>
+  bool Begin(const Parts&... parts) {
+    nameSize_ = 0;
+    (Append(parts), ...);
+    if (!end_.empty() && Name() >= end_) return false;
     place_ = varbinds_.Place();
-    varbinds_.Name(name);
+    varbinds_.Name(Name());
     return true;
   }
   // That of the last Begin().
@@ -47,6 +50,12 @@ class ReadContext {
   std::shared_ptr<ReadCall>& Call() { return call_; }
 
  private:
+  void Append(OidView part) {
+    assert(nameSize_ + part.size() <= name_.size());
+    std::copy(part.begin(), part.end(), name_.data() + nameSize_);
+    nameSize_ += part.size();
+  }
+
   ReadRequest& request_;
   agentx::VarbindWriter& varbinds_;
   ValueWriter writer_;

@@ -125,13 +125,8 @@ Answer TableState::ReadValue(const NumberedColumn& numbered, const RowView& row,
 Answer TableState::ReadCell(const NumberedColumn& column, const RowView& row,
                             OidView index, ReadContext& context) {
   if (!HasRoomFor(index)) return Answer::Absent;
-  name_.assign(Name().begin(), Name().end());
-  name_.push_back(kEntry);
-  name_.push_back(column.number);
-  name_.insert(name_.end(), index.begin(), index.end());
-  if (!context.Begin(OidView(name_.data(), name_.size()))) {
-    return Answer::Beyond;
-  }
+  const SubIdentifier below[] = {kEntry, column.number};
+  if (!context.Begin(Name(), OidView(below, 2), index)) return Answer::Beyond;
   const Answer answer = ReadValue(column, row, index, context);
   if (answer == Answer::Absent) context.Cancel();
   return answer;

@@ -103,7 +103,6 @@ class SNMPSUBAGENT_OBJECTS_EXPORT TableState : public ManagedObject {
   std::shared_ptr<RowStore> rows_;
   Columns columns_;
   SubIdentifier statusColumn_ = 0;
-  std::vector<SubIdentifier> name_;  // of the cell that is being read
 };
 
 }  // namespace snmpsubagent::detail
