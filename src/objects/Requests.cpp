@@ -65,6 +65,7 @@ void Requests::Resume(const std::shared_ptr<ReadRequest>& request,
 }
 
 void Requests::Set(const agentx::Request& request) {
+  ForgetEnded();  // by an answer that came in between
   const std::uint32_t id = request.header.transactionId;
   auto transaction = Find(id);
   switch (request.header.type) {

@@ -98,6 +98,13 @@ TEST_F(ASlowSet, IsUndoneWhenItIsRefused) {
   EXPECT_EQ(TakeCalls(), " first:1>11 2>12 first:11>1");
 }
 
+TEST_F(ASlowSet, ThatIsRefusedLeavesItsTransactionIdToAnother) {
+  Committing set(*this);
+  Take().Answer(SetError::ResourceUnavailable);
+  EXPECT_EQ(device.Receive(set.commit), "commitFailed 2");
+  EXPECT_EQ(set.Test(kAll), "noError");
+}
+
 TEST_F(ASlowSet, IsRefusedWhenNobodyKeepsIt) {
   const Committing set(*this);
   Take();
