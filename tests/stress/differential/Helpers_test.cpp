@@ -286,8 +286,7 @@ class SubAgent : public support::TestSubAgent {
 void ExpectAlike(MakeHelperTable make, int requests) {
   Random random(Seed());
   const agentx::Listener listener;
-  snmp::Agent agent("objects",
-                    {"tcp:127.0.0.1:" + std::to_string(listener.Port())});
+  snmp::Agent agent("objects", {listener.Address()});
   snmp::Module module(agent, "1.3.6.1.4.1.32473.1");
   Pairs pairs;
   {

@@ -26,7 +26,7 @@ const wire::Listener& TheListener() {
 
 snmpsubagent::AgentOptions Options() {
   snmpsubagent::AgentOptions options;
-  options.master = "tcp:127.0.0.1:" + std::to_string(TheListener().Port());
+  options.master = TheListener().Address();
   options.timeout = ServedAgent::kTimeout;
   options.responseTimeout = kPatience;
   options.firstRetry = ServedAgent::kRetry;

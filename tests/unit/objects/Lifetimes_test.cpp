@@ -294,7 +294,7 @@ TEST(Objects, LiveAndDieInAnyOrderUnderLoad) {
   std::thread serving([&] { master.Run(end); });
 
   snmp::AgentOptions options = Device::Options();
-  options.master = "tcp:127.0.0.1:" + std::to_string(listener.Port());
+  options.master = listener.Address();
   options.timeout = 1s;
   options.notificationLimit = 10;
   options.log = [](snmp::LogLevel, const std::string&) {};
@@ -332,7 +332,7 @@ TEST(ARunningAgent, StopsAtAnyMoment) {
   std::atomic<bool> end{false};
   std::thread serving([&] { master.Run(end); });
   snmp::AgentOptions options = Device::Options();
-  options.master = "tcp:127.0.0.1:" + std::to_string(listener.Port());
+  options.master = listener.Address();
   options.log = [](snmp::LogLevel, const std::string&) {};
   for (int i = 0; i < 50; ++i) {
     snmp::Agent agent("stops", options);

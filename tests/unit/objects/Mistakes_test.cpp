@@ -200,7 +200,7 @@ TEST(AnAgentsMistake, IsAWrongPort) {
 TEST(AnAgentsMistake, IsAPortOfSomethingElse) {
   QuietLog log;
   wire::Listener listener;
-  const std::string master = "tcp:127.0.0.1:" + std::to_string(listener.Port());
+  const std::string master = listener.Address();
   snmp::Agent agent("device", log.Options(master));
   agent.Start();
   const testkit::FileDescriptor other = listener.Accept(60s);
@@ -218,7 +218,7 @@ TEST(AnAgentsMistake, IsAPortOfSomethingElse) {
 TEST(AnAgentsMistake, IsAPortWhereNobodyAnswers) {
   QuietLog log;
   wire::Listener listener;
-  const std::string master = "tcp:127.0.0.1:" + std::to_string(listener.Port());
+  const std::string master = listener.Address();
   snmp::AgentOptions options = log.Options(master);
   options.responseTimeout = 20ms;
   snmp::Agent agent("device", options);
