@@ -4,6 +4,9 @@
 #include <algorithm>
 #include <stdexcept>
 
+#include "testkit/Deadlines.h"
+#include "testkit/WaitFor.h"
+
 namespace {
 
 std::string Joined(const std::vector<std::string>& lines) {
@@ -39,6 +42,18 @@ void RequireWalked(const testkit::Manager& manager, const std::string& subtree,
                             }),
              bulk.end());
   RequireSame(bulk, lines);
+}
+
+void AwaitWalked(const testkit::Manager& manager, const std::string& subtree,
+                 const std::vector<std::string>& lines) {
+  std::vector<std::string> served;
+  testkit::WaitFor(
+      [&] {
+        served = manager.Objects(subtree);
+        return served == lines;
+      },
+      testkit::Deadlines::Session());
+  RequireSame(served, lines);
 }
 
 void RequireNumbered(const std::vector<std::string>& received,

@@ -17,6 +17,11 @@ void Require(bool holds, const std::string& what);
 void RequireWalked(const testkit::Manager& manager, const std::string& subtree,
                    const std::vector<std::string>& lines);
 
+// Requires that a walk by GETNEXT comes to show these lines. A session that is
+// up may still be about to register everything.
+void AwaitWalked(const testkit::Manager& manager, const std::string& subtree,
+                 const std::vector<std::string>& lines);
+
 // Requires that of the notifications received those with this name are as many,
 // and that their only varbind is `object` with the numbers from 1 on.
 void RequireNumbered(const std::vector<std::string>& received,
