@@ -18,9 +18,9 @@ namespace {
 constexpr int kTable = 1;
 constexpr int kBuilders = 2;
 
-// The OIDs of these nodes are below all that managers request: the master agent
-// (Net-SNMP 5.9) fails when an object is withdrawn while it is in the middle of
-// a walk over it.
+// The OIDs of these nodes are in front of all that managers request: the master
+// agent (Net-SNMP 5.9) fails when an object is withdrawn while it is in the
+// middle of a walk over it, or beyond its end into the next registration.
 void BuildAndDelete(int thread) {
   std::vector<NetSNMPDataNode*> nodes;
   for (int number = 5 * thread; number < 5 * thread + 5; ++number) {

@@ -16,8 +16,8 @@ using testkit::WaitFor;
 namespace {
 
 constexpr char kSubtree[] = ".1.3.6.1.4.1.32473.96";
-// Below all that managers request: see BusyNodes.
-constexpr char kPassing[] = "1.3.6.1.4.1.32473.97.";
+// In front of all that managers request: see BusyNodes.
+constexpr char kPassing[] = "1.3.6.1.4.1.32473.95.";
 constexpr unsigned kRowsOfAUnit = 5;
 constexpr unsigned kManagersRow = 100;
 
