@@ -4,8 +4,10 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <limits>
 #include <memory>
 #include <string>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
@@ -35,12 +37,28 @@ class SNMPSUBAGENT_OBJECTS_EXPORT Constraints {
   // Throws std::invalid_argument, naming `object`, if these are no constraints
   // for values of that type.
   void RequireFor(ValueType type, OidView object) const;
+  // Throws it if a range goes beyond these numbers.
+  void RequireWithin(const Bounds& numbers, OidView object) const;
 
  private:
   std::vector<Bounds> ranges_;  // none for any number
   std::vector<Bounds> sizes_;   // in octets; none for any
   std::string bits_;            // those with a name; empty for any
 };
+
+[[noreturn]] SNMPSUBAGENT_OBJECTS_EXPORT void ThrowLacksValues(OidView object);
+
+// Throws std::invalid_argument, naming `object`, if managers could write what a
+// T does not have. `rules` may be null.
+template <typename T>
+void RequireWritable(const Constraints* rules, OidView object) {
+  if constexpr (std::is_enum_v<T>) {
+    if (!rules || !rules->HasRanges()) ThrowLacksValues(object);
+  } else if constexpr (std::is_integral_v<T> && sizeof(T) < 4) {
+    using Limits = std::numeric_limits<T>;
+    if (rules) rules->RequireWithin({Limits::min(), Limits::max()}, object);
+  }
+}
 
 }  // namespace detail
 

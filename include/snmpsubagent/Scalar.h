@@ -217,15 +217,13 @@ class Scalar {
                   "it a setter with snmpsubagent::GetSet");
     static_assert(!writable || detail::CanRead<T>,
                   "SMIv2 has no writable Counter32, Counter64 or TimeStamp");
-    if (writable && std::is_enum_v<T> &&
-        !(access.Rules() && access.Rules()->HasRanges())) {
-      throw std::invalid_argument(std::string(oid) +
-                                  ": an enumeration that managers write needs "
-                                  "its Values()");
-    }
-    return std::make_shared<detail::TypedScalar<T>>(
+    auto state = std::make_shared<detail::TypedScalar<T>>(
         module.State(), oid, writable, access.Rules(),
         detail::MakeSource<T>(std::forward<V>(value)));
+    if constexpr (writable) {
+      detail::RequireWritable<T>(access.Rules().get(), state->Name());
+    }
+    return state;
   }
 
   template <typename F>

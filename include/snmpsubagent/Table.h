@@ -121,6 +121,10 @@ class Table {
     auto column = std::make_unique<detail::MemberColumn<Row, M>>(member);
     column->writable = writable;
     column->constraints = access.Rules();
+    if constexpr (writable) {
+      detail::RequireWritable<T>(access.Rules().get(),
+                                 state_->CellName(number, {}));
+    }
     if constexpr (std::is_same_v<A, ReadCreate>) {
       column->canCreate = true;
       column->isRequired = access.IsRequired();

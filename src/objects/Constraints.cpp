@@ -61,15 +61,6 @@ Bounds NumbersOf(ValueType type) {
   }
 }
 
-void RequireWithin(const Bounds& range, ValueType type, OidView object) {
-  const Bounds numbers = NumbersOf(type);
-  if (numbers.first <= range.first && range.second <= numbers.second) return;
-  throw std::invalid_argument(
-      ToString(object) + ": the range from " + std::to_string(range.first) +
-      " to " + std::to_string(range.second) + " is beyond the type's, " +
-      std::to_string(numbers.first) + " to " + std::to_string(numbers.second));
-}
-
 }  // namespace
 
 void Constraints::AddRange(std::int64_t lowest, std::int64_t highest) {
@@ -105,11 +96,30 @@ void Constraints::RequireFor(ValueType type, OidView object) const {
     throw std::invalid_argument(ToString(object) +
                                 ": Range() and Values() are for numbers");
   }
-  for (const Bounds& range : ranges_) RequireWithin(range, type, object);
+  RequireWithin(NumbersOf(type), object);
   if ((!sizes_.empty() || HasBits()) && !IsOctets(type)) {
     throw std::invalid_argument(ToString(object) +
                                 ": Size() and NamedBits() are for octets");
   }
+}
+
+void Constraints::RequireWithin(const Bounds& numbers, OidView object) const {
+  for (const Bounds& range : ranges_) {
+    if (numbers.first <= range.first && range.second <= numbers.second) {
+      continue;
+    }
+    throw std::invalid_argument(
+        ToString(object) + ": the range from " + std::to_string(range.first) +
+        " to " + std::to_string(range.second) + " is beyond the type's, " +
+        std::to_string(numbers.first) + " to " +
+        std::to_string(numbers.second));
+  }
+}
+
+void ThrowLacksValues(OidView object) {
+  throw std::invalid_argument(
+      ToString(object) +
+      ": an enumeration that managers write needs its Values()");
 }
 
 }  // namespace snmpsubagent::detail

@@ -50,7 +50,8 @@ MasterAddress::MasterAddress(std::string text) : text_(std::move(text)) {
              six || TakePrefix(rest, "tcp:")) {
     family_ = six ? AF_INET6 : AF_INET;
     std::tie(host_, port_) = Split(rest);
-    if (!host_.empty() && IsPort(port_)) return;
+    const bool isOfFamily = six || host_.find(':') == std::string::npos;
+    if (!host_.empty() && isOfFamily && IsPort(port_)) return;
   }
   throw std::invalid_argument(
       "master agent '" + text_ +

@@ -68,7 +68,7 @@ void TableState::AddColumn(SubIdentifier number,
                                 (number == 0 ? " is none" : " is there twice"));
   }
   if (column && column->constraints) {
-    column->constraints->RequireFor(column->type, Name());
+    column->constraints->RequireFor(column->type, CellName(number, {}));
   }
   columns_.reserve(columns_.size() + 1);
   if (column && column->isRequired) column->required = rows_->AddRequired();

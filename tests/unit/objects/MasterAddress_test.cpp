@@ -74,7 +74,7 @@ TEST(AMasterAddress, OfAnyOtherFormIsRefusedWithTheFormsThatThereAre) {
        {"", "unix:", "/var/agentx/master", "tcp:", "tcp:127.0.0.1",
         "tcp:127.0.0.1:", "tcp:127.0.0.1:0", "tcp:127.0.0.1:65536",
         "tcp:127.0.0.1:-5", "tcp:127.0.0.1:70a", "tcp::705", "tcp6:[]:705",
-        "udp:127.0.0.1:705"}) {
+        "tcp:::1:705", "tcp:[::1]:705", "udp:127.0.0.1:705"}) {
     EXPECT_THAT(Refused(text),
                 testing::AllOf(testing::HasSubstr(text),
                                testing::HasSubstr("tcp6:[address]:port")))

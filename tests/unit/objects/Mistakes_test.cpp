@@ -346,6 +346,32 @@ TEST_F(AMistake, IsARangeBeyondTheType) {
             "nothing");
 }
 
+TEST_F(AMistake, IsARangeBeyondTheVariable) {
+  const auto below = [](std::int64_t last) {
+    return snmp::ReadWrite().Range(0, last);
+  };
+  EXPECT_EQ(BuildingAScalar("1", std::int16_t{7}, below(70000)),
+            kWhole +
+                ".1: the range from 0 to 70000 is beyond the type's, -32768 to "
+                "32767");
+  EXPECT_EQ(BuildingAScalar("1", std::int16_t{7}, below(32767)), "nothing");
+  EXPECT_THAT(BuildingAScalar("1", std::uint8_t{7}, below(256)),
+              HasSubstr("beyond the type's, 0 to 255"));
+  EXPECT_EQ(BuildingAScalar("1", std::uint8_t{7}, below(255)), "nothing");
+}
+
+enum class Mode { Off = 1, On = 2 };
+
+TEST_F(AMistake, IsAnEnumerationThatManagersWriteWithoutItsValues) {
+  EXPECT_EQ(
+      BuildingAScalar("1", Mode::Off, snmp::ReadWrite()),
+      kWhole + ".1: an enumeration that managers write needs its Values()");
+  EXPECT_EQ(BuildingAScalar("1", Mode::Off, snmp::ReadOnly()), "nothing");
+  EXPECT_EQ(BuildingAScalar("1", Mode::Off,
+                            snmp::ReadWrite().Values(Mode::Off, Mode::On)),
+            "nothing");
+}
+
 TEST_F(AMistake, IsARangeWhoseEndsAreExchanged) {
   EXPECT_THAT(Thrown([] { snmp::ReadWrite().Range(90, 0); }),
               HasSubstr("from 90 to 0: the lowest comes first"));
@@ -482,12 +508,42 @@ TEST_F(AMistake, IsAColumnThatIsNoneOrThereTwice) {
 }
 
 TEST_F(AMistake, IsARangeOfAColumnBeyondTheType) {
-  snmp::Table<int, Row> table(module, "1");
+  struct Port {
+    int number = 0;
+    std::int8_t gain = 0;
+  };
+  snmp::Table<int, Port> table(module, "1");
   EXPECT_THAT(Thrown([&] {
-                table.Column(2, &Row::number,
+                table.Column(2, &Port::number,
                              snmp::ReadWrite().Range(0, 1LL << 40));
               }),
-              StartsWith(kWhole + ".1: the range from"));
+              StartsWith(kWhole + ".1.1.2: the range from"));
+  EXPECT_EQ(Thrown([&] {
+              table.Column(3, &Port::gain, snmp::ReadCreate().Range(-9, 128));
+            }),
+            kWhole +
+                ".1.1.3: the range from -9 to 128 is beyond the type's, -128 "
+                "to 127");
+}
+
+TEST_F(AMistake, IsAColumnOfAnEnumerationWithoutItsValues) {
+  struct Port {
+    Mode mode = Mode::Off;
+    std::optional<Mode> wanted;
+  };
+  const std::string lacks =
+      ": an enumeration that managers write needs its Values()";
+  snmp::Table<int, Port> table(module, "1");
+  EXPECT_EQ(Thrown([&] { table.Column(2, &Port::mode, snmp::ReadWrite()); }),
+            kWhole + ".1.1.2" + lacks);
+  EXPECT_EQ(Thrown([&] { table.Column(3, &Port::wanted, snmp::ReadCreate()); }),
+            kWhole + ".1.1.3" + lacks);
+  EXPECT_EQ(Thrown([&] {
+              table.Column(2, &Port::mode)
+                  .Column(3, &Port::wanted,
+                          snmp::ReadCreate().Values(Mode::Off, Mode::On));
+            }),
+            "nothing");
 }
 
 TEST_F(AMistake, IsAReadCreateColumnWithoutARowStatus) {

@@ -317,16 +317,6 @@ TEST_F(AScalar, RefusesConstraintsThatDoNotFitItsType) {
   EXPECT_THROW((void)snmp::ReadWrite().Size(2, 1), std::invalid_argument);
 }
 
-enum class Mode { Off = 1, On = 2 };
-
-TEST_F(AScalar, NeedsTheValuesOfAnEnumerationThatManagersWrite) {
-  EXPECT_THROW(snmp::Scalar(module, "1", Mode::Off, snmp::ReadWrite()),
-               std::invalid_argument);
-  EXPECT_NO_THROW(snmp::Scalar(module, "1", Mode::Off));
-  EXPECT_NO_THROW(snmp::Scalar(module, "1", Mode::Off,
-                               snmp::ReadWrite().Values(Mode::Off, Mode::On)));
-}
-
 TEST_F(AScalar, IsNotServedWhenItsModuleIsGone) {
   auto other =
       std::make_unique<snmp::Module>(device.agent, "1.3.6.1.4.1.32473.8");
