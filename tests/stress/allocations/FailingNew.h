@@ -4,7 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <new>
+
+#include "support/Threads.h"
 
 // This program has its own operator new, which fails on demand.
 
@@ -45,6 +48,7 @@ void WithEachAllocationFailing(const Test& test,
   // The first time nothing fails: what is made once and kept is made here.
   bool happened = true;
   for (int number = 0; happened; ++number) {
+    const std::size_t threads = support::ThreadCount();
     const long before = LivingAllocations();
     test([&](const auto& action) {
       const AllocationFailure failure(number, who);
@@ -58,6 +62,8 @@ void WithEachAllocationFailing(const Test& test,
       happened = number == 0 || failure.Happened();
       return completed;
     });
+    // The one that looks up a name ends by itself, after its result is there.
+    EXPECT_TRUE(support::WaitForThreadCount(threads));
     if (number > 0) {
       EXPECT_EQ(LivingAllocations(), before)
           << "left after the failure of allocation " << number;
