@@ -41,7 +41,10 @@ struct ModuleOptions {
 //   snmp::Scalar temperature(module, "1", celsius); // 1.3.6.1.4.1.32473.2.1.0
 //
 // May be built before and after the agent is started, and destroyed at any
-// time: its objects, which may outlive it, are then no longer served.
+// time: its objects, which may outlive it, are then no longer served. Destroy
+// modules seldom: Net-SNMP's master agent 5.9 may crash when a registration is
+// withdrawn in the middle of a walk over it. The agent connects again. Of
+// objects that come and go in a module it learns nothing.
 //
 // Threads: any. The destructor waits for an application function that runs on
 // another thread.
