@@ -54,7 +54,8 @@ template <typename T>
 void RequireWritable(const Constraints* rules, OidView object) {
   if constexpr (std::is_enum_v<T>) {
     if (!rules || !rules->HasRanges()) ThrowLacksValues(object);
-  } else if constexpr (std::is_integral_v<T> && sizeof(T) < 4) {
+  } else if constexpr (std::is_integral_v<T> && sizeof(T) < 4 &&
+                       !std::is_same_v<T, bool>) {  // that is 1 or 2
     using Limits = std::numeric_limits<T>;
     if (rules) rules->RequireWithin({Limits::min(), Limits::max()}, object);
   }

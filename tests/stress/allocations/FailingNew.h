@@ -62,7 +62,7 @@ void WithEachAllocationFailing(const Test& test,
       happened = number == 0 || failure.Happened();
       return completed;
     });
-    // The one that looks up a name ends by itself, after its result is there.
+    // One that looks up a name ends by itself, after its result is there.
     EXPECT_TRUE(support::WaitForThreadCount(threads));
     if (number > 0) {
       EXPECT_EQ(LivingAllocations(), before)

@@ -11,11 +11,12 @@ class BusyApplication {
   virtual ~BusyApplication() = default;
 
   virtual void Start() = 0;
-  // Eight threads of the application, and some managers. While the master agent
-  // is away, those get no response.
-  virtual void AddThreads(Workers& workers) = 0;
-  // Both are for a restart of the master agent: the first is called while it is
-  // away, the second returns when there is a session again.
+  // Eight threads.
+  virtual void AddApplication(Workers& workers) = 0;
+  // While the master agent is away, they get no response.
+  virtual void AddManagers(Workers& workers) = 0;
+  // Both are for a restart of the master agent: the first is called when it
+  // has gone, the second returns when there is a session again.
   virtual void MasterIsGone() = 0;
   virtual void AwaitSession() = 0;
   // When the threads have ended: requires that managers read exactly the

@@ -52,11 +52,6 @@ void BusyNodes::Start() {
   Require(subAgent_.StartAndConnect(), "does not connect");
 }
 
-void BusyNodes::AddThreads(Workers& workers) {
-  AddApplication(workers);
-  AddManagers(workers);
-}
-
 void BusyNodes::MasterIsGone() { connections_ = subAgent_.Connections(); }
 
 void BusyNodes::AwaitSession() {

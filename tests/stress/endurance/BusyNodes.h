@@ -19,7 +19,8 @@ class BusyNodes : public BusyApplication {
   ~BusyNodes() override { subAgent_.Stop(); }
 
   void Start() override;
-  void AddThreads(Workers& workers) override;
+  void AddApplication(Workers& workers) override;
+  void AddManagers(Workers& workers) override;
   void MasterIsGone() override;
   void AwaitSession() override;
   // Nodes that are built and deleted are left out: one that is deleted while
@@ -27,8 +28,6 @@ class BusyNodes : public BusyApplication {
   void RequireServed() override;
 
  private:
-  void AddApplication(Workers& workers);
-  void AddManagers(Workers& workers);
   void SetValues(const char* text);
   void AddRow(int unit, int slot);
   void RemoveRow(int unit, int slot);

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "Expectations.h"
+#include "QuietOptions.h"
 #include "testkit/Deadlines.h"
 #include "testkit/WaitFor.h"
 
@@ -30,13 +31,6 @@ std::string Cell(int column, unsigned key) {
          std::to_string(key);
 }
 
-snmp::AgentOptions OptionsFor(int masterPort) {
-  snmp::AgentOptions options;
-  options.master = "tcp:127.0.0.1:" + std::to_string(masterPort);
-  options.log = [](snmp::LogLevel, const std::string&) {};
-  return options;
-}
-
 template <typename T>
 std::optional<T> TakeFirst(std::deque<T>& waiting) {
   if (waiting.empty()) return std::nullopt;
@@ -49,7 +43,7 @@ std::optional<T> TakeFirst(std::deque<T>& waiting) {
 
 BusyObjects::BusyObjects(const testkit::MasterAgent& master)
     : master_(master),
-      agent_("load", OptionsFor(master.AgentXPort())),
+      agent_("load", QuietOptions(master.AgentXPort())),
       module_(agent_, kSubtree + 1),
       numberObject_(module_, "1.1", number_, snmp::ReadWrite()),
       text_(module_, "1.2", std::string("text"), snmp::ReadWrite()),
@@ -72,11 +66,6 @@ BusyObjects::BusyObjects(const testkit::MasterAgent& master)
 void BusyObjects::Start() {
   agent_.Start();
   AwaitSession();
-}
-
-void BusyObjects::AddThreads(Workers& workers) {
-  AddApplication(workers);
-  AddManagers(workers);
 }
 
 void BusyObjects::MasterIsGone() {

@@ -18,7 +18,8 @@ class BusyObjects : public BusyApplication {
   explicit BusyObjects(const testkit::MasterAgent& master);
 
   void Start() override;
-  void AddThreads(Workers& workers) override;
+  void AddApplication(Workers& workers) override;
+  void AddManagers(Workers& workers) override;
   void MasterIsGone() override;
   void AwaitSession() override;
   // And that each notification has had one outcome.
@@ -30,8 +31,6 @@ class BusyObjects : public BusyApplication {
     std::string text = "made by a manager";
   };
 
-  void AddApplication(Workers& workers);
-  void AddManagers(Workers& workers);
   void SetValues(const std::string& text);
   void ChangeRows(unsigned unit);
   void BuildAndDestroy(const std::string& oid);

@@ -42,7 +42,8 @@ void RunFor(std::chrono::seconds duration, testkit::MasterAgent& master,
             BusyApplication& application) {
   const auto end = Clock::now() + duration;
   Workers workers;
-  application.AddThreads(workers);
+  application.AddApplication(workers);
+  application.AddManagers(workers);
   int restarts = 0;
   for (; Clock::now() < end; ++restarts) {
     std::this_thread::sleep_until(

@@ -25,6 +25,7 @@
 #include <thread>
 #include <vector>
 
+#include "QuietOptions.h"
 #include "Resources.h"
 #include "Times.h"
 #include "testkit/Deadlines.h"
@@ -107,17 +108,10 @@ std::unique_ptr<Fate> FateOf(const std::string& kind) {
   throw std::invalid_argument("no such kind: " + kind);
 }
 
-snmp::AgentOptions OptionsFor(int port) {
-  snmp::AgentOptions options;
-  options.master = "tcp:127.0.0.1:" + std::to_string(port);
-  options.log = [](snmp::LogLevel, const std::string&) {};
-  return options;
-}
-
 class Reconnections {
  public:
   explicit Reconnections(Fate& fate)
-      : fate_(fate), agent_("endurance", OptionsFor(fate.Port())) {
+      : fate_(fate), agent_("endurance", QuietOptions(fate.Port())) {
     for (std::size_t m = 1; m <= kModules; ++m) {
       modules_.emplace_back(agent_, kAll + ("." + std::to_string(m)));
       for (std::size_t s = 1; s <= kScalars; ++s) {

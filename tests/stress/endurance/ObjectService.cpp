@@ -2,6 +2,7 @@
 #include "ObjectService.h"
 
 #include "Expectations.h"
+#include "QuietOptions.h"
 #include "support/Answers.h"
 #include "testkit/Deadlines.h"
 #include "testkit/WaitFor.h"
@@ -20,17 +21,10 @@ std::string Name(int number) {
   return kSubtree + ("." + std::to_string(number)) + ".0";
 }
 
-snmp::AgentOptions OptionsFor(int masterPort) {
-  snmp::AgentOptions options;
-  options.master = "tcp:127.0.0.1:" + std::to_string(masterPort);
-  options.log = [](snmp::LogLevel, const std::string&) {};
-  return options;
-}
-
 }  // namespace
 
 ObjectService::ObjectService(int masterPort)
-    : agent_("soak", OptionsFor(masterPort)),
+    : agent_("soak", QuietOptions(masterPort)),
       module_(agent_, kSubtree + 1),
       numberObject_(module_, "1", number_, snmp::ReadWrite().Range(0, 999)),
       countObject_(module_, "2", count_),

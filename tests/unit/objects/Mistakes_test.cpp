@@ -119,8 +119,8 @@ TEST(AnAgentsMistake, IsADescriptionOfMoreThan255Octets) {
 TEST(AnAgentsMistake, IsAMasterAgentThatIsNoAddress) {
   for (const char* master :
        {"", "localhost", "127.0.0.1:705", "tcp:localhost", "tcp:localhost:x",
-        "tcp:localhost:0", "tcp:localhost:65536", "unix:", "udp:localhost:705",
-        "/var/agentx/master"}) {
+        "tcp:localhost:0", "tcp:localhost:65536", "tcp:::1:705",
+        "unix:", "udp:localhost:705", "/var/agentx/master"}) {
     snmp::AgentOptions options;
     options.master = master;
     EXPECT_THAT(Thrown([&] { snmp::Agent agent("device", options); }),
@@ -358,6 +358,9 @@ TEST_F(AMistake, IsARangeBeyondTheVariable) {
   EXPECT_THAT(BuildingAScalar("1", std::uint8_t{7}, below(256)),
               HasSubstr("beyond the type's, 0 to 255"));
   EXPECT_EQ(BuildingAScalar("1", std::uint8_t{7}, below(255)), "nothing");
+  // A TruthValue is 1 or 2.
+  EXPECT_EQ(BuildingAScalar("1", true, snmp::ReadWrite().Range(1, 2)),
+            "nothing");
 }
 
 enum class Mode { Off = 1, On = 2 };
