@@ -12,9 +12,10 @@ class SNMPSUBAGENT_EXPORT ISNMPSubAgentCallback {
   // `state` is 1 when the AgentX session to the master agent has come up and 0
   // when it has been lost.
   //
-  // Threads: runs on the subagent thread, holding the lock of
-  // NetSNMPAgentGuard. It must not register or unregister receivers, nor call
-  // Start(), Stop() or IsRunning() of the subagent.
+  // Threads: runs holding the lock of NetSNMPAgentGuard, on the subagent thread
+  // or, for 0, on one that finds the session lost while it waits for the master
+  // agent in a call of this library. It must not register or unregister
+  // receivers, nor call Start(), Stop() or IsRunning() of the subagent.
   virtual void SubAgentStateChanged(int state) = 0;
 
  protected:

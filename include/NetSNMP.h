@@ -53,8 +53,9 @@ SNMPSUBAGENT_EXPORT void push_back_snmp_variable_list(variable_list* list,
 SNMPSUBAGENT_EXPORT int pop_back_snmp_variable_list(variable_list* list,
                                                     variable_list** var);
 
-// Inserts a new, empty variable behind `*cursor` and moves the cursor there.
-// Returns 0, or 5 (genErr) if the cursor is null or there is no memory.
+// Links a new, empty variable behind `*cursor`, in place of what was there, and
+// moves the cursor to it. Returns 0, or 5 (genErr) if the cursor is null or
+// there is no memory.
 SNMPSUBAGENT_EXPORT int allocate_next_variable_list(variable_list** cursor);
 
 // snmp_free_varbind: frees the whole chain; `*list` is null afterwards.
@@ -215,8 +216,10 @@ SNMPSUBAGENT_EXPORT int set_snmp_variable_list(variable_list* var,
 
 // Whether a SET may write the varbind into `value`: 0, or 2 (noSuchName) if
 // `value` is null or of an unknown type, 17 (notWritable), 3 (badValue) for an
-// integer of the wrong length, a truth value other than 1 and 2, or an untyped
-// value. ASN.1 types are not compared, and texts have no limit.
+// integer of the wrong length, a truth value other than 1 and 2, an untyped
+// value, or a varbind without a value, 8 (wrongLength) for a text too long for
+// a NetSNMPSizedCharNodeData. ASN.1 types are not compared, and other texts
+// have no limit.
 SNMPSUBAGENT_EXPORT int set_snmp_validate(variable_list* var,
                                           NetSNMPNodeData* value);
 

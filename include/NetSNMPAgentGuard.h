@@ -24,7 +24,8 @@
 //
 // Rules:
 // - Callbacks (of a value, of the connection, overrides called by the library)
-//   run holding the lock.
+//   run holding the lock, but not those of a value that the application sets by
+//   itself: SetNodeData() and the setters do not take it.
 // - No SNMPSubAgent may be started, stopped, asked IsRunning() or destroyed
 //   under a guard: these wait for the subagent thread, which may be waiting for
 //   the lock.

@@ -23,7 +23,7 @@ struct netsnmp_table_data_set_s;
 // last value. For more columns use a NetSNMPTableNode.
 //
 // The registration is never withdrawn: the table stays, empty, after its node
-// is deleted, until the session ends.
+// is deleted, and the agent library registers it again with each session.
 //
 // Threads: as NetSNMPNode. AddRow() takes the lock of NetSNMPAgentGuard.
 class SNMPSUBAGENT_EXPORT NetSNMPDataSetTableNode : public NetSNMPNode {

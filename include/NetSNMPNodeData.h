@@ -26,7 +26,7 @@ enum eNodeAccessMode : int {
   eNodeAccessDefault = 0,    // GET; a SET is refused with notWritable
   eNodeAccessReadOnly = 1,   // GET; a SET is refused with notWritable
   eNodeAccessReadWrite = 2,  // GET and SET
-  eNodeAccessWriteOnly = 3   // SET; a GET finds no such object
+  eNodeAccessWriteOnly = 3   // SET; a GET of a scalar finds no such object
 };
 
 // A value that a scalar, a table cell, a table index or a notification carries.
@@ -68,14 +68,14 @@ class SNMPSUBAGENT_EXPORT NetSNMPNodeData {
 
   // Copies type, access mode, owner, flags and storage of `source`. Local data
   // is copied between values of one class only. If `source` has none, this
-  // value keeps its own, and goes on reading it.
+  // value keeps its own, and goes on reading it, unless its type changes.
   virtual void CopyData(const NetSNMPNodeData& source);
 
   // Setters. Each class overrides that of its own type, which writes and logs,
   // whether or not the value changed; all others do nothing. With `notify` they
-  // call OnSetNodeValue(): integers always, the other types only when they
-  // write external storage. A class hides the others, so that no call of the
-  // wrong type is quietly lost.
+  // call OnSetNodeValue(): integers always, the other types unless they hold
+  // local data. A class hides the others, so that no call of the wrong type is
+  // quietly lost.
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Woverloaded-virtual"
   virtual void NodeDataValue(int value, bool notify);

@@ -17,7 +17,7 @@
 // Threads: one row, one thread.
 class SNMPSUBAGENT_EXPORT NetSNMPTableRow {
  public:
-  // A row of clones of `values`, which must not be null.
+  // A row of clones of `values`; a null element has no column.
   explicit NetSNMPTableRow(const std::vector<NetSNMPNodeData*>& values);
   virtual ~NetSNMPTableRow();
 

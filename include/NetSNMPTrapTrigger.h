@@ -22,8 +22,9 @@ class SNMPSUBAGENT_EXPORT NetSNMPTrapTrigger {
   NetSNMPTrapTrigger(const NetSNMPTrapTrigger&) = delete;
   NetSNMPTrapTrigger& operator=(const NetSNMPTrapTrigger&) = delete;
 
-  // Runs on the thread that sets the value: the subagent thread for a manager's
-  // SET. Should not throw. An exception during a SET is logged on the node and
+  // Runs on the thread that sets the value: for a manager's SET the subagent
+  // thread, or one that waits for the master agent in a call of this library.
+  // Should not throw. An exception during a SET is logged on the node and
   // fails its COMMIT with genErr; the value stays written, and over AgentX the
   // manager already has its response.
   void (*trapCallback_)(NetSNMPDataNode*);

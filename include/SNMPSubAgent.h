@@ -39,9 +39,9 @@
 //
 // Threads: Start(), Stop(), IsRunning() and Connected() from any, but none of
 // the first three from a callback or under a NetSNMPAgentGuard. Every request,
-// callback and connection event runs on the subagent thread, or on an
-// application thread that is waiting for the master agent inside a call of this
-// library, always holding the lock of NetSNMPAgentGuard.
+// with its callbacks, and every connection event runs on the subagent thread,
+// or on an application thread that is waiting for the master agent inside a
+// call of this library, always holding the lock of NetSNMPAgentGuard.
 class SNMPSUBAGENT_EXPORT SNMPSubAgent : public ISNMPSubAgent,
                                          public vela::IRunnable {
  public:
@@ -80,7 +80,7 @@ class SNMPSUBAGENT_EXPORT SNMPSubAgent : public ISNMPSubAgent,
   // ends after that, see SetReplyTimeout(). Requires: the thread has
   // initialised (wait for a connection event, or for a moment after Start()); a
   // Stop() before that waits for ever. From the subagent thread itself it
-  // throws boost::thread_resource_error.
+  // throws boost::thread_resource_error, and the thread then ends by itself.
   int Stop() override;
 
   // Whether there is a subagent thread, also one that Stop() has ended.
@@ -97,8 +97,9 @@ class SNMPSUBAGENT_EXPORT SNMPSubAgent : public ISNMPSubAgent,
   // agent that hangs. Too short a time disconnects one that is merely slow: on
   // a busy device, use seconds.
   //
-  // Returns false, with nothing changed, unless 0 < `timeout` <= 30 minutes and
-  // `retries` >= 0, and once there is a subagent thread.
+  // Returns false, with nothing changed, unless 0 < `timeout` <= 30 minutes,
+  // `retries` >= 0 and `retries` + 2 timeouts are less than a day, and once
+  // there is a subagent thread.
   // Requires: initialize() has not been called.
   bool SetReplyTimeout(std::chrono::milliseconds timeout, int retries);
 

@@ -26,9 +26,14 @@ NetSNMPDataNode::NetSNMPDataNode(unsigned long* oid, unsigned int oidLen,
                                  const NetSNMPNodeData& data,
                                  void (*trapCallback)(NetSNMPDataNode*),
                                  const std::string& trapName)
-    : NetSNMPDataNode(NetSNMPAgentGuard(), oid, oidLen, name,
+    // In braces, so that the guard comes before the copies.
+    : NetSNMPDataNode{NetSNMPAgentGuard(),
+                      oid,
+                      oidLen,
+                      name,
                       std::unique_ptr<NetSNMPNodeData>(data.Clone()),
-                      trapCallback, trapName) {}
+                      trapCallback,
+                      trapName} {}
 
 NetSNMPDataNode::NetSNMPDataNode(unsigned long* oid, unsigned int oidLen,
                                  const std::string& name, eNodeDataType type,

@@ -47,6 +47,12 @@ std::string SocketText(const std::string& address, int port) {
   return "tcp:" + host + ":" + std::to_string(port);
 }
 
+// How long an attempt to connect takes at most.
+std::chrono::milliseconds AttemptTime(std::chrono::milliseconds replyTimeout,
+                                      int retries) {
+  return replyTimeout * (std::int64_t{retries} + 2);
+}
+
 // Requires: the agent library has its own default. The configuration file is
 // read later and wins.
 void ApplyPingInterval(const SNMPSubAgent& subAgent) {
@@ -54,7 +60,7 @@ void ApplyPingInterval(const SNMPSubAgent& subAgent) {
   // An attempt to connect that takes longer than the interval is due again when
   // it ends, and the agent library would run nothing else.
   const auto attempt = std::chrono::duration_cast<std::chrono::seconds>(
-      subAgent.replyTimeout_ * (std::int64_t{subAgent.replyRetries_} + 2));
+      AttemptTime(subAgent.replyTimeout_, subAgent.replyRetries_));
   const auto interval =
       std::max(subAgent.pingInterval_, attempt + std::chrono::seconds(1));
   netsnmp_ds_set_int(NETSNMP_DS_APPLICATION_ID,
@@ -118,6 +124,11 @@ int SNMPSubAgent::Start() {
   if (wakeDescriptor_ < 0) {
     // Without one, an idle thread stops at the end of its wait.
     wakeDescriptor_ = eventfd(0, EFD_CLOEXEC | EFD_NONBLOCK);
+  } else {
+    // A thread that called Stop() itself has ended with it readable, and no
+    // pass of the next one would wait.
+    eventfd_t wakes = 0;
+    eventfd_read(wakeDescriptor_, &wakes);
   }
   // Once the thread runs, nothing may fail that would lose its handle.
   boost::shared_ptr<boost::thread> thread(new boost::thread);
@@ -148,8 +159,9 @@ bool SNMPSubAgent::IsRunning() const {
 bool SNMPSubAgent::SetReplyTimeout(std::chrono::milliseconds timeout,
                                    int retries) {
   const boost::lock_guard<boost::mutex> lock(mutex_);
-  const bool valid =
-      timeout.count() > 0 && timeout <= kLongestReplyTimeout && retries >= 0;
+  const bool valid = timeout.count() > 0 && timeout <= kLongestReplyTimeout &&
+                     retries >= 0 &&
+                     AttemptTime(timeout, retries) < kLongestPingInterval;
   if (!valid || thread_) return false;
   replyTimeout_ = timeout;
   replyRetries_ = retries;

@@ -38,9 +38,13 @@ NetSNMPDataSetTableNode::NetSNMPDataSetTableNode(
     unsigned long* oid, unsigned int oidLen, const std::string& name,
     const NetSNMPNodeData& accessData,
     const std::vector<NetSNMPNodeData*>& columns)
-    : NetSNMPDataSetTableNode(NetSNMPAgentGuard(), oid, oidLen, name,
+    // In braces, so that the guard comes before the copies.
+    : NetSNMPDataSetTableNode{NetSNMPAgentGuard(),
+                              oid,
+                              oidLen,
+                              name,
                               NetSNMPNodeData(accessData),
-                              ClonedValues(columns).Get()) {}
+                              ClonedValues(columns).Get()} {}
 
 NetSNMPDataSetTableNode::NetSNMPDataSetTableNode(
     const NetSNMPAgentGuard&, unsigned long* oid, unsigned int oidLen,

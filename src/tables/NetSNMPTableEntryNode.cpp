@@ -42,9 +42,15 @@ NetSNMPTableEntryNode::NetSNMPTableEntryNode(
     const std::string& rowNamePrefix,
     const std::vector<NetSNMPNodeData*>& indexTemplate,
     unsigned int columnCount, NetSNMPTableNode* tableNode)
-    : NetSNMPTableEntryNode(
-          NetSNMPAgentGuard(), oid, oidLen, name, std::string(rowNamePrefix),
-          ClonedValues(indexTemplate).Get(), columnCount, tableNode) {}
+    // In braces, so that the guard comes before the copies.
+    : NetSNMPTableEntryNode{NetSNMPAgentGuard(),
+                            oid,
+                            oidLen,
+                            name,
+                            std::string(rowNamePrefix),
+                            ClonedValues(indexTemplate).Get(),
+                            columnCount,
+                            tableNode} {}
 
 NetSNMPTableEntryNode::NetSNMPTableEntryNode(
     const NetSNMPAgentGuard&, unsigned long* oid, unsigned int oidLen,

@@ -19,9 +19,14 @@ NetSNMPTableNode::NetSNMPTableNode(unsigned long* oid, unsigned int oidLen,
                                    const NetSNMPNodeData& accessData,
                                    void (*callback)(NetSNMPDataNode*),
                                    const std::string& trapNodeName)
-    : NetSNMPTableNode(NetSNMPAgentGuard(), oid, oidLen, name,
-                       NetSNMPNodeData(accessData), callback,
-                       std::string(trapNodeName)) {}
+    // In braces, so that the guard comes before the copies.
+    : NetSNMPTableNode{NetSNMPAgentGuard(),
+                       oid,
+                       oidLen,
+                       name,
+                       NetSNMPNodeData(accessData),
+                       callback,
+                       std::string(trapNodeName)} {}
 
 NetSNMPTableNode::NetSNMPTableNode(const NetSNMPAgentGuard&, unsigned long* oid,
                                    unsigned int oidLen, const std::string& name,

@@ -7,8 +7,7 @@
 #include "tables/RowIndex.h"
 
 // The key of a row in its store: the store's prefix and, for each integer index
-// value,
-// "." and the number in decimal.
+// value, "." and the number in decimal.
 namespace row_key {
 
 // Writes the key of a row of these values into `key`. Returns the number of

@@ -20,12 +20,12 @@ void Replace(NetSNMPNodeData& data, eNodeDataType type, const T& value) {
 }
 
 // The part of CopyData() that the class Data adds: local data is copied between
-// values of this class, and deleted if `source` is of another class, whose type
-// code the value gets.
+// values of this class, and deleted if the value gets the type code of another
+// one.
 template <typename T, typename Data>
 void Copy(Data& data, const NetSNMPNodeData& source) {
   if (dynamic_cast<const Data*>(&source) == nullptr) {
-    data.DeleteLocalData();
+    if (source.dataType_ != data.dataType_) data.DeleteLocalData();
   } else if (source.localData_ != nullptr) {
     data.CopyLocalData(*static_cast<const T*>(source.localData_));
   }

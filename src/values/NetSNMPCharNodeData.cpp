@@ -30,7 +30,7 @@ NetSNMPCharNodeData::~NetSNMPCharNodeData() {
 
 void NetSNMPCharNodeData::CopyData(const NetSNMPNodeData& source) {
   if (dynamic_cast<const NetSNMPCharNodeData*>(&source) == nullptr) {
-    DeleteLocalData();
+    if (source.dataType_ != dataType_) DeleteLocalData();
   } else if (source.localData_ != nullptr) {
     CopyLocalData(static_cast<const char*>(source.localData_));
   }

@@ -2,10 +2,13 @@
 //
 // What a subagent sends to its master agent, field by field.
 #include <future>
+#include <thread>
 
 #include "FakeMasterTest.h"
 #include "Faults.h"
+#include "NetSNMPAgentGuard.h"
 #include "NetSNMPNode.h"
+#include "support/Scalars.h"
 
 namespace agentx = testkit::agentx;
 
@@ -126,6 +129,51 @@ TEST_F(ASubAgentOnTheWire, WithdrawsADeletedNodeAsItRegisteredIt) {
   EXPECT_EQ(withdrawal.priority, 127);
   EXPECT_EQ(withdrawal.rangeSubid, 0);
   EXPECT_EQ(message.header.sessionId, session_->Id());
+}
+
+TEST_F(ASubAgentOnTheWire, RegistersTheTableOfADeletedDataSetInEachSession) {
+  ConnectAndRecord();
+  {
+    const NetSNMPAgentGuard guard;
+    delete NetSNMPNode::nodeMap_->at("events");
+  }
+  session_.reset();
+  session_ = master_.AcceptServing(Device::Subtrees().size());
+  EXPECT_THAT(session_->Registered(),
+              testing::UnorderedElementsAreArray(Device::Subtrees()));
+}
+
+// Records the thread that it is called on.
+class ThreadReceiver : public ISNMPSubAgentCallback {
+ public:
+  void SubAgentStateChanged(int /*state*/) override {
+    thread_ = std::this_thread::get_id();
+  }
+  std::thread::id Thread() const { return thread_; }
+
+ private:
+  std::thread::id thread_;
+};
+
+TEST_F(ASubAgentOnTheWire, TellsOfALossOnTheThreadThatWaitsForAResponse) {
+  ConnectAndRecord();
+  ThreadReceiver receiver;
+  {
+    const NetSNMPAgentGuard guard;
+    device_.SubAgent().RegisterSubAgentCallback("thread", &receiver);
+  }
+  std::thread application([] { support::AddIntScalar(5, "late", 5); });
+  const std::thread::id thread = application.get_id();
+  Pdu message = session_->Next();
+  while (!std::holds_alternative<agentx::Register>(message.body)) {
+    session_->Grant(message);
+    message = session_->Next();
+  }
+  session_.reset();
+  application.join();
+  const NetSNMPAgentGuard guard;
+  EXPECT_EQ(receiver.Thread(), thread);
+  device_.SubAgent().UnregisterSubAgentCallback("thread");
 }
 
 // Each of the bytes comes with a packet of its own.

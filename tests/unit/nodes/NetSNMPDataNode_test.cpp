@@ -97,7 +97,7 @@ TEST_F(DataNode, HasAnUntypedValueOverTheStorageItIsGiven) {
   EXPECT_EQ(speed_, 7);
 }
 
-TEST_F(DataNode, UnregistersBeforeItDeletesItsValueAndThenLeavesTheRegistry) {
+TEST_F(DataNode, UnregistersBeforeItDeletesItsValueAndLeavesTheRegistry) {
   auto* const node = Build(kFanSpeedOid, "fanSpeed",
                            MortalValue(&speed_, eNodeAccessReadOnly));
   log_.Lines();

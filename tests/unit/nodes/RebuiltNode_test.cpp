@@ -2,6 +2,7 @@
 #include "NetSNMPTrapNode.h"
 #include "TrapTest.h"
 #include "support/DataNodeTest.h"
+#include "support/LockWitness.h"
 
 namespace {
 
@@ -15,6 +16,13 @@ TEST_F(ARebuiltNode, MayTakeTheValueOfTheOlderOne) {
   auto* const rebuilt = Build(kFanSpeedOid, "fanSpeed",
                               *NetSNMPDataNode::GetNodeData("fanSpeed"));
   EXPECT_EQ(rebuilt->nodeData_->NodeDataToString(), "1200");
+}
+
+// Another thread may be about to delete what the copy is made of.
+TEST_F(ARebuiltNode, TakesTheLockBeforeItCopiesAValue) {
+  bool held = true;
+  Build(kFanSpeedOid, "fanSpeed", LockWitness(held));
+  EXPECT_TRUE(held);
 }
 
 TEST_F(ARebuiltNode, MayTakeTheOidOfTheOlderOne) {

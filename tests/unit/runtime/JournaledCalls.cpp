@@ -57,8 +57,10 @@ void netsnmp_check_outstanding_agent_requests() {
             netsnmp_check_outstanding_agent_requests);
 }
 
-int select(int count, fd_set* readable, fd_set*, fd_set*, timeval* timeout) {
-  CallJournal::Get().Begin("select");
+int select(int count, fd_set* readable, fd_set* writable, fd_set* exceptional,
+           timeval* timeout) {
+  const bool forReading = writable == nullptr && exceptional == nullptr;
+  CallJournal::Get().Begin(forReading ? "select" : "select for more");
   const int result = CallJournal::Get().Select(count, readable, timeout);
   const int error = errno;
   CallJournal::Get().End("select");

@@ -4,6 +4,7 @@
 #include <gmock/gmock.h>
 
 #include <chrono>
+#include <limits>
 
 #include "LoggedLines.h"
 #include "LonelySubAgent.h"
@@ -41,6 +42,19 @@ TEST(AReplyTimeout, ThatCannotBeAppliedToTheSessionIsLogged) {
                        "SNMPSubAgent: the reply timeout does not shorten that "
                        "of Net-SNMP, whose AgentX sessions have version 0x1, "
                        "not 0xC1")));
+}
+
+TEST(AReplyTimeout, WithRetriesForMoreThanADayIsRefused) {
+  LonelySubAgent subAgent;
+  EXPECT_FALSE(subAgent.SetReplyTimeout(std::chrono::seconds(1),
+                                        std::numeric_limits<int>::max()));
+  EXPECT_FALSE(subAgent.SetReplyTimeout(std::chrono::minutes(30), 47));
+  EXPECT_TRUE(subAgent.SetReplyTimeout(std::chrono::minutes(30), 45));
+  EXPECT_TRUE(subAgent.SetPingInterval(std::chrono::seconds(1)));
+  subAgent.initialize();
+  EXPECT_EQ(netsnmp_ds_get_int(NETSNMP_DS_APPLICATION_ID,
+                               NETSNMP_DS_AGENT_AGENTX_PING_INTERVAL),
+            30 * 60 * 47 + 1);
 }
 
 TEST(AReplyTimeout, ThatIsNotSetIsNotMissed) {

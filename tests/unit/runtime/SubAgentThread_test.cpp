@@ -165,6 +165,19 @@ TEST_F(ARunningSubAgent, CannotBeStoppedByItsOwnThread) {
   EXPECT_TRUE(lock.owns_lock());
 }
 
+TEST_F(ARunningSubAgent, EndsByItselfWhenItsOwnThreadStopsItAndMayRunAgain) {
+  OnSubAgentThread(
+      [&] { EXPECT_THROW(subAgent_.Stop(), boost::thread_resource_error); });
+  ASSERT_TRUE(subAgent_.WaitForEnd());
+  EXPECT_FALSE(subAgent_.IsRunning());
+  ASSERT_TRUE(subAgent_.StartAndLoop());
+  journal_.Clear();
+  EXPECT_TRUE(journal_.WaitForPasses(3));
+  // Nothing has arrived: its waits end by their time.
+  EXPECT_GT(journal_.Count("snmp_timeout"), 0);
+  EXPECT_EQ(journal_.Count("snmp_read"), 0);
+}
+
 TEST_F(ARunningSubAgent, EndsByItselfWhenSelectFails) {
   journal_.Clear();
   journal_.AnswerSelect(-1, EBADF);

@@ -8,6 +8,7 @@
 #include "DataSetTest.h"
 #include "NetSNMPDataNode.h"
 #include "support/Layout.h"
+#include "support/LockWitness.h"
 #include "support/VirtualSlot.h"
 
 namespace {
@@ -207,6 +208,13 @@ TEST_F(DataSetTable, MayBeBuiltFromTheOneThatItReplaces) {
   EXPECT_TRUE(newer->RegisterNode());
   EXPECT_TRUE(newer->AddRow(Event(5, "a", 7)));
   EXPECT_NE(LocalAgent::RegistrationAt(kEventTableOid), nullptr);
+}
+
+TEST_F(DataSetTable, TakesTheLockBeforeItCopiesItsColumns) {
+  bool held = true;
+  LockWitness column(held);
+  BuildTable({&column});
+  EXPECT_TRUE(held);
 }
 
 TEST_F(DataSetTable, HasAHandlerThatDoesNothing) {

@@ -5,6 +5,7 @@
 
 #include "CountedValue.h"
 #include "support/Layout.h"
+#include "support/LockWitness.h"
 #include "support/TableTest.h"
 #include "support/VirtualSlot.h"
 
@@ -61,6 +62,13 @@ TEST_F(TableEntryNode, MayBeBuiltFromTheOneThatItReplaces) {
   EXPECT_EQ(table->entryNode_, newer);
   EXPECT_TRUE(table->AddRow(Port(1, 2, 10)));
   EXPECT_NE(newer->GetRow("port.1.2"), nullptr);
+}
+
+TEST_F(TableEntryNode, TakesTheLockBeforeItCopiesItsIndexTemplate) {
+  bool held = true;
+  LockWitness index(held);
+  BuildStore("portStore", {&index}, 2, nullptr);
+  EXPECT_TRUE(held);
 }
 
 TEST_F(TableEntryNode, HasNothingToRegister) {

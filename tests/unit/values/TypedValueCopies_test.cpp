@@ -78,6 +78,18 @@ TYPED_TEST(ACopiedValue, StillReadsItsLocalDataAfterCopyingOneWithoutAny) {
   EXPECT_EQ(StateOf<TypeParam>(*value), TypeParam::kOne);
 }
 
+// A byte buffer takes the size of the untyped value, which is 0.
+TYPED_TEST(ACopiedValue, StillReadsItsLocalDataAfterCopyingAnUntypedValue) {
+  auto other = TypeParam::kOther;
+  const NetSNMPNodeData source(TypeParam::kType, eNodeAccessReadOnly, &other,
+                               nullptr);
+  const auto value = this->Local();
+  value->CopyData(source);
+  EXPECT_EQ(value->externalData_, &other);
+  if (TypeParam::kType == eNodeDataByte) return;
+  EXPECT_EQ(StateOf<TypeParam>(*value), TypeParam::kOne);
+}
+
 TYPED_TEST(ACopiedValue, StaysItselfWhenItCopiesItself) {
   for (const auto& value : this->OverAndLocal()) {
     value->CopyData(*value);
