@@ -21,7 +21,7 @@ Agent::Agent(std::string description, AgentOptions options)
                                                   std::move(options))) {}
 
 Agent::~Agent() {
-  state_->Stop();
+  state_->End();
   state_->ReportIfItNeverRan();
 }
 

@@ -44,6 +44,8 @@ class AgentState final : public std::enable_shared_from_this<AgentState>,
   int Poll();
   void Dispatch();
   void Stop();
+  // Stops it for good.
+  void End();
   bool WaitUntilConnected(std::chrono::milliseconds time);
 
   bool IsConnected() const { return session_.IsOpen(); }
@@ -128,6 +130,7 @@ class AgentState final : public std::enable_shared_from_this<AgentState>,
   Mode mode_ = Mode::Stopped;
   std::shared_ptr<Connection> connection_;  // while it is not stopped
   std::thread thread_;
+  bool ended_ = false;  // the Agent is being destroyed
   bool serving_ = false;
   bool hasRun_ = false;      // started, or dispatched
   bool hasModules_ = false;  // or had some

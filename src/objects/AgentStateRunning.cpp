@@ -18,6 +18,7 @@ namespace snmpsubagent::detail {
 
 void AgentState::Open(Mode mode) {
   if (mode_ != Mode::Stopped) throw std::logic_error("the agent is running");
+  if (ended_) throw std::logic_error("the agent is being destroyed");
   connection_ =
       std::make_shared<Connection>(session_, master_, options_.responseTimeout,
                                    [this](auto lookUp, auto tell) {
@@ -31,7 +32,7 @@ void AgentState::Open(Mode mode) {
 
 void AgentState::Start() {
   const std::lock_guard lock(mutex_);
-  if (mode_ != Mode::Stopped) return;
+  if (mode_ != Mode::Stopped || ended_) return;
   Open(Mode::Thread);
   try {
     thread_ =
@@ -44,7 +45,9 @@ void AgentState::Start() {
   }
 }
 
+// Here and below: a function of the application may destroy the agent.
 void AgentState::Run() {
+  const auto keep = shared_from_this();
   std::shared_ptr<Connection> connection;
   {
     const std::lock_guard lock(mutex_);
@@ -61,6 +64,7 @@ int AgentState::Poll() {
 }
 
 void AgentState::Dispatch() {
+  const auto keep = shared_from_this();
   const std::lock_guard lock(mutex_);
   if (serving_) return;  // called by an application function
   if (const auto connection = connection_) {
@@ -111,6 +115,7 @@ void AgentState::Alone(const Work& work) {
 }
 
 void AgentState::Stop() {
+  const auto keep = shared_from_this();
   std::thread thread;
   bool mayWait = false;
   {
@@ -131,6 +136,14 @@ void AgentState::Stop() {
   } else {
     thread.detach();  // it ends as soon as it gets the lock
   }
+}
+
+void AgentState::End() {
+  {
+    const std::lock_guard lock(mutex_);
+    ended_ = true;
+  }
+  Stop();
 }
 
 bool AgentState::WaitUntilConnected(std::chrono::milliseconds time) {

@@ -1,0 +1,117 @@
+// SPDX-License-Identifier: LicenseRef-SnmpSubAgent
+//
+// Agents that are stopped or destroyed while they call the application: in its
+// functions, and in the one that takes their log.
+#include <gtest/gtest.h>
+#include <poll.h>
+
+#include <atomic>
+#include <chrono>
+#include <functional>
+#include <memory>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "Device.h"
+
+namespace snmp = snmpsubagent;
+
+namespace {
+
+using namespace std::chrono_literals;
+using snmp::SetError;
+
+// An agent that may go at any time, and the master agent's part on a thread.
+struct Service {
+  explicit Service(snmp::AgentOptions options = Device::Options()) {
+    if (options.master == snmp::AgentOptions().master) {
+      options.master = listener.Address();
+    }
+    options.log = [this](snmp::LogLevel, const std::string& line) {
+      if (line.find(cue) != std::string::npos) agent->Stop();
+    };
+    agent = std::make_unique<snmp::Agent>("service", options);
+  }
+  ~Service() {
+    if (master.joinable()) master.join();
+  }
+
+  // Takes a session and grants all until it ends.
+  void Accept() {
+    master = std::thread([this] {
+      try {
+        wire::MasterSession session(listener.Accept(60s), 60s);
+        session.ServeUntil([] { return false; });
+      } catch (const wire::NoSubAgent&) {
+      }
+    });
+  }
+
+  // The loop of the application, until then.
+  void LoopUntil(const std::function<bool()>& done) {
+    EXPECT_TRUE(Eventually([&] {
+      if (done()) return true;
+      pollfd waiting{descriptor, POLLIN, 0};
+      if (poll(&waiting, 1, 10) > 0 && agent) agent->Dispatch();
+      return done();
+    }));
+  }
+
+  wire::Listener listener;
+  std::string cue = "nothing says this";  // the line at which it is stopped
+  std::unique_ptr<snmp::Agent> agent;
+  int descriptor = -1;
+  std::thread master;
+};
+
+TEST(AnAgentThatRuns, MayBeDestroyedByItsOwnFunction) {
+  Service service;
+  service.agent->OnSession(
+      [&](const snmp::SessionEvent&) { service.agent.reset(); });
+  service.Accept();
+  service.agent->Run();
+  EXPECT_FALSE(service.agent);
+}
+
+TEST(AnAgentThatIsDispatched, MayBeDestroyedByItsOwnFunction) {
+  Service service;
+  service.agent->OnSession(
+      [&](const snmp::SessionEvent&) { service.agent.reset(); });
+  service.Accept();
+  service.descriptor = service.agent->Poll();
+  service.LoopUntil([&] { return !service.agent; });
+}
+
+TEST(AnAgentThatIsStopped, MayBeDestroyedByTheFunctionThatIsToldOfIt) {
+  Service service;
+  service.agent->OnSession([&](const snmp::SessionEvent& event) {
+    if (!event.connected) service.agent.reset();
+  });
+  service.Accept();
+  service.descriptor = service.agent->Poll();
+  service.LoopUntil([&] { return service.agent->Connected(); });
+  service.agent->Stop();
+  EXPECT_FALSE(service.agent);
+}
+
+TEST(AnAgentThatIsDestroyed, IsNotStartedAgainByTheFunctionThatIsToldOfIt) {
+  Service service;
+  snmp::Agent& agent = *service.agent;
+  agent.OnSession([&](const snmp::SessionEvent& event) {
+    if (event.connected) return;
+    agent.Start();
+    EXPECT_THROW(agent.Run(), std::logic_error);
+    EXPECT_THROW(agent.Poll(), std::logic_error);
+  });
+  const std::weak_ptr<snmp::detail::AgentState> state = agent.State();
+  service.Accept();
+  agent.Start();
+  EXPECT_TRUE(agent.WaitUntilConnected(60s));
+  service.agent.reset();
+  EXPECT_TRUE(state.expired());
+}
+
+}  // namespace
