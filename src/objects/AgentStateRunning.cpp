@@ -175,6 +175,7 @@ void AgentState::LookUp(std::function<void()> lookUp,
     const auto self = weak.lock();
     if (!self) return;
     const std::lock_guard lock(self->mutex_);
+    const auto keep = self->connection_;  // who is told may stop the agent
     self->Alone(tell);
   }).detach();
 }

@@ -112,6 +112,7 @@ void Connection::ServeSocket(std::uint32_t events) {
 
 void Connection::Update(std::optional<agentx::Time> deadline) {
   Flush();
+  if (isClosed_) return;  // by whoever was told of a loss
   if (session_.WantsConnection()) {
     if (!connecting_ && !socket_.IsOpen()) Connect();
   } else if (connecting_ || !session_.HasConnection()) {
@@ -178,6 +179,7 @@ void Connection::Abort(const char* reason) {
 
 void Connection::Close() {
   Flush();
+  isClosed_ = true;
   CloseSocket();
   Wake();
   ScheduledByTest(timer_.Number(), std::nullopt);

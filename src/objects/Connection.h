@@ -100,6 +100,7 @@ class Connection {
   std::uint32_t watched_ = 0;
   std::optional<agentx::Time> timerSetTo_;
 
+  bool isClosed_ = false;
   bool connecting_ = false;  // or looking the name up
   std::optional<agentx::Time> connectDeadline_;
   Endpoints endpoints_;  // still to be tried

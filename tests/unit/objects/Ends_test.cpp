@@ -114,4 +114,61 @@ TEST(AnAgentThatIsDestroyed, IsNotStartedAgainByTheFunctionThatIsToldOfIt) {
   EXPECT_TRUE(state.expired());
 }
 
+TEST(AnAgentThatIsDispatched, MayBeStoppedByItsLogWhileANameIsLookedUp) {
+  snmp::AgentOptions options = Device::Options();
+  options.master = "tcp:nowhere.invalid:705";
+  Service service(options);
+  service.cue = "is not known";
+  service.agent->Poll();
+  service.agent->Dispatch();
+  EXPECT_TRUE(Eventually([&] {
+    // Throws as long as it runs, and else starts it.
+    try {
+      return service.agent->Poll() >= 0;
+    } catch (const std::logic_error&) {
+      return false;
+    }
+  }));
+}
+
+// The connection that was given up is not to come up again beside the new one.
+TEST(AnAgentThatIsDispatched,
+     MayBeStartedAnewWhileItFindsThatItsSessionIsLost) {
+  Service service;
+  snmp::AgentOptions options = Device::Options();
+  options.master = "tcp:localhost:" + std::to_string(service.listener.Port());
+  service.agent = std::make_unique<snmp::Agent>("service", options);
+  snmp::Agent& agent = *service.agent;
+  snmp::Module module(agent, kBase);
+  snmp::Notification notification(module, "0.1");
+  service.descriptor = agent.Poll();
+  std::unique_ptr<wire::MasterSession> session;
+  const auto accept = [&] {
+    std::atomic<bool> done{false};
+    std::thread master([&] {
+      session = std::make_unique<wire::MasterSession>(
+          service.listener.Accept(60s), 60s);
+      EXPECT_NO_THROW(session->ServeUntil(
+          [&] { return session->Registered().size() == 1; }));
+      done = true;
+    });
+    service.LoopUntil([&] { return done && module.IsRegistered(); });
+    master.join();
+  };
+  accept();
+  bool lost = false;
+  agent.OnSession([&](const snmp::SessionEvent& event) {
+    if (event.connected || lost) return;
+    lost = true;
+    agent.Stop();
+    service.descriptor = agent.Poll();
+  });
+  session->Reset();
+  EXPECT_TRUE(Eventually([&] {
+    notification.Send();  // what finds it
+    return lost;
+  }));
+  accept();
+}
+
 }  // namespace
