@@ -100,6 +100,7 @@ void Transaction::Abandon() {
 }
 
 void Transaction::GiveUp() {
+  givenUp_ = true;
   Abandon();
   while (waiting_) {
     call_->Abandon();

@@ -111,6 +111,7 @@ class Transaction : public std::enable_shared_from_this<Transaction> {
   Change& Current() const;
   Step CallCurrent();
   Step ResumeCurrent(SetError error);
+  Step FailCurrent();
   void StartUndo(std::size_t count);
   void EndUndo();
   void Respond(std::vector<agentx::Header>& waiting, agentx::Error error,
@@ -131,6 +132,7 @@ class Transaction : public std::enable_shared_from_this<Transaction> {
   bool running_ = false;  // a change is at work, somewhere up the stack
   bool waiting_ = false;  // for an answer that is to come
   bool undoWanted_ = false;
+  bool givenUp_ = false;   // nothing is waited for any more
   bool isTested_ = false;  // a TestSet has been granted
   Failure failure_;        // that ended committing
   bool undoFailed_ = false;

@@ -28,7 +28,8 @@ void Transaction::Proceed() {
     } else if (phase_ == Phase::Undoing && next_ == 0) {
       EndUndo();
     } else {
-      Take(CallCurrent());
+      const Step step = CallCurrent();
+      Take(step == Step::Deferred && givenUp_ ? FailCurrent() : step);
     }
   }
 }
@@ -52,12 +53,19 @@ Step Transaction::CallCurrent() {
   }
 }
 
+// Nobody waits for its answer any more.
+Step Transaction::FailCurrent() {
+  call_->Abandon();
+  return ResumeCurrent(SetError::GenErr);
+}
+
 void Transaction::Take(Step step) {
   if (step == Step::Deferred) {
     Wait();
     return;
   }
   waiting_ = false;
+  if (call_) call_->Abandon();  // its function may have thrown and kept it
   call_.reset();
   if (phase_ == Phase::Undoing) {
     undoFailed_ |= step == Step::Refused;
@@ -129,10 +137,10 @@ Step Transaction::ResumeCurrent(SetError error) {
 
 void Transaction::OnDeadline() {
   if (waiting_) {
-    agent_.Log(LogLevel::Warning, ToString(Current().Object().Name()) +
-                                      ": a SET was not answered in time");
     call_->Abandon();
-    Resume(SetError::GenErr);
+    agent_.Log(LogLevel::Warning,
+               ToString(CurrentName()) + ": a SET was not answered in time");
+    if (waiting_) Resume(SetError::GenErr);  // unless the log has stopped it
   } else {
     Abandon();
   }

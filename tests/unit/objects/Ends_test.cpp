@@ -171,4 +171,25 @@ TEST(AnAgentThatIsDispatched,
   accept();
 }
 
+TEST(AnAgent, MayBeStoppedByItsLogWhenASetIsNotAnsweredInTime) {
+  snmp::AgentOptions options = Device::Options();
+  options.timeout = 1s;
+  Service service(options);
+  service.cue = "not answered in time";
+  snmp::Module module(*service.agent, kBase);
+  std::optional<snmp::Later<SetError>> kept;
+  snmp::Scalar slow(module, "1", 1, snmp::ReadWrite());
+  slow.Apply([&](int, int, const snmp::Later<SetError>& reply) {
+    kept.emplace(reply);
+  });
+  service.agent->Start();
+  wire::MasterSession session(service.listener.Accept(60s), 60s);
+  session.ServeUntil([&] { return session.Registered().size() == 1; });
+  const auto set = session.NewTransaction();
+  session.Ask(wire::TestSet{{{Id("1.0"), Int(2)}}}, set);
+  session.Send(wire::CommitSet{}, set);
+  EXPECT_THROW(session.Receive(), wire::NoSubAgent);
+  EXPECT_EQ(slow.Get(), 1);
+}
+
 }  // namespace

@@ -223,6 +223,20 @@ TEST_F(ASlowSet, IsUndoneWhenItsFunctionThrows) {
   EXPECT_EQ(Values(), "INTEGER 1, INTEGER 2, INTEGER 3");
 }
 
+TEST_F(ASlowSet, IsNotAskedForByALaterWhoseFunctionHasThrown) {
+  std::vector<Reply> kept;
+  last.Apply([&](int, int, Reply reply) {
+    kept.push_back(std::move(reply));
+    throw std::runtime_error("no");
+  });
+  Committing set(*this);
+  Take().Answer(SetError::None);
+  Take().Answer(SetError::None);  // takes it back
+  kept.clear();
+  EXPECT_EQ(device.Receive(set.commit), "commitFailed 3");
+  EXPECT_FALSE(device.HasLogged("the last copy of a Later is gone"));
+}
+
 TEST_F(ASlowSet, IsUndoneAroundASetterThatThrows) {
   int stored = 5;
   bool broken = false;
