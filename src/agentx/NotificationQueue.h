@@ -8,13 +8,25 @@
 #include <string>
 #include <vector>
 
+#include "agentx/Message.h"
+
 namespace snmpsubagent::agentx {
+
+enum class NotificationOutcome {
+  Sent,        // the master agent has taken it
+  Refused,     // it answered with an error
+  Dropped,     // never sent: too many were waiting, or Stop()
+  Unanswered,  // sent, or in part, and the session ended before the response
+};
 
 struct QueuedNotification {
   std::uint64_t id = 0;
   std::string context;
   std::vector<std::uint8_t> payload;  // varbinds
   std::uint64_t begin = 0;            // where in the output it was written
+  // Once it has left the queue.
+  NotificationOutcome outcome = NotificationOutcome::Sent;
+  Error error = Error::None;
 };
 
 // Notifications in order: those written into the output that wait for their

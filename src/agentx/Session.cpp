@@ -46,11 +46,10 @@ void Session::Stop(Time) {
   if (wasOpen) WriteClose(CloseReason::Shutdown);
   if (state_ == State::Opening) output_.Clear();
   Leave(State::Stopped);
-  NotificationList waiting = notifications_.TakeWaitingBeyond(0);
-  NotificationList written = notifications_.TakeWritten();
+  ToTell(notifications_.TakeWritten(), NotificationOutcome::Unanswered);
+  ToTell(notifications_.TakeWaitingBeyond(0), NotificationOutcome::Dropped);
   if (wasOpen) user_.OnEnded("it was stopped");
-  Tell(written, NotificationOutcome::Unanswered);
-  Tell(waiting, NotificationOutcome::Dropped);
+  TellOutcomes();
 }
 
 bool Session::WantsConnection() const { return state_ == State::Connecting; }
@@ -161,8 +160,9 @@ std::uint64_t Session::Notify(std::vector<std::uint8_t> payload,
   SendWhatFits(now);
   // An application that sends again whatever is dropped would never return.
   if (state_ != State::Open && !telling_) {
-    Tell(notifications_.TakeWaitingBeyond(options_.notificationLimit),
-         NotificationOutcome::Dropped);
+    ToTell(notifications_.TakeWaitingBeyond(options_.notificationLimit),
+           NotificationOutcome::Dropped);
+    TellOutcomes();
   }
   return id;
 }
@@ -180,16 +180,15 @@ void Session::EndKeepingOutput(Time now, std::string_view reason) {
   const bool wasOpen = state_ == State::Open;
   nextAttempt_ = now + retry_.Next();
   Leave(State::Waiting);
-  const NotificationList lost = notifications_.TakeWritten();
-  const NotificationList oldest =
-      notifications_.TakeWaitingBeyond(options_.notificationLimit);
+  ToTell(notifications_.TakeWritten(), NotificationOutcome::Unanswered);
+  ToTell(notifications_.TakeWaitingBeyond(options_.notificationLimit),
+         NotificationOutcome::Dropped);
   if (wasOpen) {
     user_.OnEnded(reason);
   } else {
     user_.OnAttemptFailed(reason);
   }
-  Tell(lost, NotificationOutcome::Unanswered);
-  Tell(oldest, NotificationOutcome::Dropped);
+  TellOutcomes();
 }
 
 void Session::EndUnanswered(Time now) {
@@ -211,12 +210,25 @@ void Session::WriteClose(CloseReason reason) {
   }
 }
 
-void Session::Tell(const NotificationList& notifications,
-                   NotificationOutcome outcome, Error error) {
-  const bool wasTelling = std::exchange(telling_, true);
-  for (const QueuedNotification& notification : notifications) {
+void Session::ToTell(NotificationList notifications,
+                     NotificationOutcome outcome, Error error) {
+  for (QueuedNotification& notification : notifications) {
+    notification.outcome = outcome;
+    notification.error = error;
     if (outcome == NotificationOutcome::Dropped) ++dropped_;
-    user_.OnNotification(notification.id, outcome, error);
+  }
+  untold_.splice(untold_.end(), notifications);
+}
+
+// Also those of whoever called what is being told of: when Stop() has returned
+// nothing is told any more.
+void Session::TellOutcomes() {
+  const bool wasTelling = std::exchange(telling_, true);
+  while (!untold_.empty()) {
+    NotificationList first;
+    first.splice(first.end(), untold_, untold_.begin());
+    const QueuedNotification& told = first.front();
+    user_.OnNotification(told.id, told.outcome, told.error);
   }
   telling_ = wasTelling;
 }

@@ -46,13 +46,6 @@ struct SessionOptions {
   std::size_t notificationLimit = 1000;
 };
 
-enum class NotificationOutcome {
-  Sent,        // the master agent has taken it
-  Refused,     // it answered with an error
-  Dropped,     // never sent: too many were waiting, or Stop()
-  Unanswered,  // sent, or in part, and the session ended before the response
-};
-
 // What a session tells whoever serves it. From each of these all of the session
 // may be called but what the driver tells it and Advance(). OnRequest() may
 // throw std::bad_alloc, which ends the session; else nothing is to be thrown.
@@ -232,8 +225,9 @@ class Session {
   void EndBroken(Time now);
   void WriteClose(CloseReason reason);
   void Leave(State state);
-  void Tell(const NotificationList& notifications, NotificationOutcome outcome,
-            Error error = Error::None);
+  void ToTell(NotificationList notifications, NotificationOutcome outcome,
+              Error error = Error::None);
+  void TellOutcomes();
 
   SessionOptions options_;
   SessionUser& user_;
@@ -252,7 +246,8 @@ class Session {
   OwnRequests outstanding_;
   StandingRequests standing_;
   NotificationQueue notifications_;
-  bool telling_ = false;  // what came of notifications
+  NotificationList untold_;  // whose outcome is known
+  bool telling_ = false;     // what came of notifications
   std::uint64_t dropped_ = 0;
 };
 

@@ -122,10 +122,11 @@ void Session::HandleOpened(std::uint32_t sessionId, Error error, Time now) {
 void Session::HandleAnswer(const OwnRequest& request, Error error, Time now) {
   if (error != Error::NotOpen) retry_.Reset();
   if (request.type == PduType::Notify) {
-    Tell(notifications_.TakeWritten(request.id),
-         error == Error::None ? NotificationOutcome::Sent
-                              : NotificationOutcome::Refused,
-         error);
+    ToTell(notifications_.TakeWritten(request.id),
+           error == Error::None ? NotificationOutcome::Sent
+                                : NotificationOutcome::Refused,
+           error);
+    TellOutcomes();
   } else if (request.type != PduType::Ping && error != Error::NotOpen) {
     TellStanding(request, error, now);
   }

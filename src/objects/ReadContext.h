@@ -40,6 +40,9 @@ class ReadContext {
   }
   // That of the last Begin().
   OidView Name() const { return {name_.data(), nameSize_}; }
+  // False once the session of the request has gone: no other function of the
+  // application is to be called for it.
+  bool IsWanted() const;
   // Takes the name back, and what was written behind it.
   void Cancel() { varbinds_.Rewind(place_); }
 

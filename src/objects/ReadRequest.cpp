@@ -69,6 +69,12 @@ void ReadRequest::Abandon() {
   if (context_ && context_->Call()) context_->Call()->Abandon();
 }
 
+bool ReadRequest::IsAbandoned() const {
+  return agent_.SessionEpoch() != epoch_;
+}
+
+bool ReadContext::IsWanted() const { return !request_.IsAbandoned(); }
+
 std::size_t ReadRequest::Place() const {
   if (position_ < nonRepeaters_) return position_;
   return nonRepeaters_ +
@@ -88,7 +94,7 @@ bool ReadRequest::IsDone() {
 bool ReadRequest::Continue() {
   while (!IsDone()) {
     const Answer answer = Serve();
-    if (agent_.SessionEpoch() != epoch_) {
+    if (IsAbandoned()) {
       Abandon();
       writer_.reset();
       response_.clear();
@@ -190,7 +196,7 @@ Answer ReadRequest::ServeNext(OidView start, bool include, OidView end) {
     const Answer answer = ReadSafely(*object, [&] {
       return object->ReadNext(instance, !within || include, *context_);
     });
-    if (answer != Answer::Absent) return answer;
+    if (answer != Answer::Absent || IsAbandoned()) return answer;
     object = Kept(index_->Behind(name));
   }
   return Answer::Beyond;

@@ -45,6 +45,8 @@ class ReadRequest : public std::enable_shared_from_this<ReadRequest> {
 
   // Answers that are still to come are ignored.
   void Abandon();
+  // Whether its session has gone.
+  bool IsAbandoned() const;
 
   const agentx::Header& Header() const { return header_; }
   std::vector<std::uint8_t>& Response() { return response_; }

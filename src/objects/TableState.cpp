@@ -164,7 +164,7 @@ Answer TableState::ReadNext(OidView instance, bool include,
   }
   for (; column != columns_.end(); ++column) {
     const Answer answer = ReadColumn(*column, index, isIncluded, context);
-    if (answer != Answer::Absent) return answer;
+    if (answer != Answer::Absent || !context.IsWanted()) return answer;
     index = {};
     isIncluded = false;
   }
@@ -180,7 +180,7 @@ Answer TableState::ReadColumn(const NumberedColumn& column, OidView index,
   int turn = 0;
   while (rows_->FindNext(index, include, row, found[turn])) {
     const Answer answer = ReadCell(column, row, found[turn].View(), context);
-    if (answer != Answer::Absent) return answer;
+    if (answer != Answer::Absent || !context.IsWanted()) return answer;
     index = found[turn].View();
     include = false;
     turn = 1 - turn;

@@ -36,7 +36,7 @@ void Transaction::Test(const agentx::Request& request,
     failure = Stage(request, index);
     if (failure.error == agentx::Error::None) failure = Check(first);
   }
-  if (undoWanted_ || failure.error != agentx::Error::None) EndUndo();
+  if (failure.error != agentx::Error::None) EndUndo();
   // The varbinds that a CommitSet names are those of the first request.
   if (isTested_ && first < varbinds_.size()) {
     std::fill(varbinds_.begin() + static_cast<std::ptrdiff_t>(first),
@@ -46,6 +46,8 @@ void Transaction::Test(const agentx::Request& request,
   agent_.Respond(request.header, failure.error, failure.index);
 }
 
+// Here and below: when the session goes while a function of the application is
+// running no other one is called. Nobody hears of the error.
 Transaction::Failure Transaction::Stage(const agentx::Request& request,
                                         const ObjectIndex* index) {
   varbind_ = 0;
@@ -61,6 +63,7 @@ Transaction::Failure Transaction::Stage(const agentx::Request& request,
     } catch (...) {
       error = ReportException(*object);
     }
+    if (undoWanted_) return {agentx::Error::GenErr, 0};
     if (error != SetError::None) return {WireError(error), varbind_};
   }
   return {};
@@ -75,6 +78,7 @@ Transaction::Failure Transaction::Check(std::size_t first) {
     if (changes_[i]->IsChecked()) continue;
     const bool isNew = i >= first;
     const Failure failure = CheckChange(i);
+    if (undoWanted_) return {agentx::Error::GenErr, 0};
     if (failure.error != agentx::Error::None) {
       return {failure.error, isNew ? failure.index : std::uint16_t{0}};
     }
@@ -86,6 +90,7 @@ Transaction::Failure Transaction::Check(std::size_t first) {
   }
   for (const auto& [module, varbind] : modules) {
     const SetError error = module->AskCheck(*this);
+    if (undoWanted_) return {agentx::Error::GenErr, 0};
     if (error != SetError::None) return {WireError(error), varbind};
   }
   return {};

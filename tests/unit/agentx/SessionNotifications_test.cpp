@@ -145,6 +145,38 @@ TEST_F(ANotification, IsDroppedWhenItWaitsAndTheSessionIsStopped) {
   EXPECT_THAT(Told(), ElementsAre("notification 1: dropped"));
 }
 
+TEST_F(ANotification, HasItsOutcomeBeforeAStopInACallbackReturns) {
+  StartOpen();
+  Notify();
+  Notify();
+  Sent();
+  Notify();
+  whenTold = [this](const std::string& what) {
+    if (what != "ended: gone") return;
+    session().Stop(now);
+    told.emplace_back("stopped");
+  };
+  session().Disconnected(now, "gone");
+  EXPECT_THAT(Told(), ElementsAre("ended: gone", "notification 1: unanswered",
+                                  "notification 2: unanswered",
+                                  "notification 3: dropped", "stopped"));
+}
+
+TEST_F(ANotification, HasItsOutcomeWhenThatOfAnotherStopsTheSession) {
+  StartOpen();
+  Notify();
+  Notify();
+  Sent();
+  whenTold = [this](const std::string& what) {
+    if (what != "notification 1: unanswered") return;
+    session().Stop(now);
+    told.emplace_back("stopped");
+  };
+  session().Disconnected(now, "gone");
+  EXPECT_THAT(Told(), ElementsAre("ended: gone", "notification 1: unanswered",
+                                  "notification 2: unanswered", "stopped"));
+}
+
 TEST_F(ANotification, MayBeQueuedInTheCallbackThatTellsOfAnother) {
   options.notificationLimit = 1;
   whenTold = [&](const std::string& what) {

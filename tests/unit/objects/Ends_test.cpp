@@ -192,4 +192,122 @@ TEST(AnAgent, MayBeStoppedByItsLogWhenASetIsNotAnsweredInTime) {
   EXPECT_EQ(slow.Get(), 1);
 }
 
+// What is called behind Stop() fails the test.
+class AfterStop : public testing::Test {
+ protected:
+  // For a function that stops the agent, and for one that is not called then.
+  void Stop() {
+    device.agent.Stop();
+    stopped = true;
+  }
+  void NotStopped() { EXPECT_FALSE(stopped); }
+
+  void WaitUntilStopped() {
+    EXPECT_TRUE(Eventually([&] { return stopped.load(); }));
+    const auto lock = device.agent.Lock();  // all is over
+  }
+
+  std::atomic<bool> stopped{false};
+  Device device;
+  snmp::Module module{device.agent, kBase};
+};
+
+TEST_F(AfterStop, NoOtherCheckIsAsked) {
+  snmp::Scalar first(module, "1", 1, snmp::ReadWrite());
+  snmp::Scalar second(module, "2", 1, snmp::ReadWrite());
+  first.Check([&](int, int) {
+    Stop();
+    return true;
+  });
+  second.Check([&](int, int) {
+    NotStopped();
+    return true;
+  });
+  module.Check([&](const snmp::SetChange&) {
+    NotStopped();
+    return SetError::None;
+  });
+  device.Connect();
+  Phases(device).SendTest({{"1.0", Int(2)}, {"2.0", Int(2)}});
+  WaitUntilStopped();
+}
+
+TEST_F(AfterStop, NoOtherValueIsStaged) {
+  snmp::Scalar first(module, "1",
+                     snmp::GetSet([&] { return Stop(), 1; }, [](int) {}),
+                     snmp::ReadWrite());
+  snmp::Scalar second(module, "2",
+                      snmp::GetSet([&] { return NotStopped(), 1; }, [](int) {}),
+                      snmp::ReadWrite());
+  device.Connect();
+  Phases(device).SendTest({{"1.0", Int(2)}, {"2.0", Int(2)}});
+  WaitUntilStopped();
+}
+
+TEST_F(AfterStop, NoOtherScalarIsRead) {
+  snmp::Scalar first(module, "1", [&]() -> std::optional<int> {
+    Stop();
+    return std::nullopt;
+  });
+  snmp::Scalar second(module, "2", [&] { return NotStopped(), 1; });
+  device.Connect();
+  device.Send(wire::GetNext{{After("0")}});
+  WaitUntilStopped();
+}
+
+TEST_F(AfterStop, NoOtherCellIsRead) {
+  struct Row {};
+  snmp::Table<int, Row> table(module, "1");
+  const auto read = [&](int key, const Row&) -> std::optional<int> {
+    NotStopped();
+    if (key == 1) Stop();
+    return std::nullopt;
+  };
+  table.Column(2, read).Column(3, read);
+  table.Insert(1, {});
+  table.Insert(2, {});
+  device.Connect();
+  device.Send(wire::GetNext{{After("0")}});
+  WaitUntilStopped();
+}
+
+TEST_F(AfterStop, NoOutcomeOfANotificationIsTold) {
+  snmp::Notification notification(module, "0.1");
+  std::atomic<int> outcomes{0};
+  device.agent.OnSession([&](const snmp::SessionEvent& event) {
+    if (!event.connected) Stop();
+  });
+  device.Connect();
+  for (int i = 0; i < 3; ++i) {
+    notification.Send({}, [&](const snmp::NotificationResult& result) {
+      NotStopped();
+      EXPECT_EQ(result.outcome, snmp::NotificationResult::Unanswered);
+      ++outcomes;
+    });
+  }
+  device.Lose();
+  WaitUntilStopped();
+  EXPECT_EQ(outcomes, 3);
+}
+
+// Its answer would never come.
+TEST_F(AfterStop, NoApplyIsWaitedFor) {
+  snmp::Scalar slow(module, "1", 1, snmp::ReadWrite());
+  std::vector<snmp::Later<SetError>> kept;
+  slow.Apply([&](int, int, const snmp::Later<SetError>& reply) {
+    NotStopped();
+    kept.push_back(reply);
+    Stop();
+  });
+  device.Connect();
+  Phases set(device);
+  EXPECT_EQ(set.Test({{"1.0", Int(2)}}), "noError");
+  set.SendCommit();
+  WaitUntilStopped();
+  EXPECT_EQ(slow.Get(), 1);
+  stopped = false;
+  device.Connect();
+  EXPECT_EQ(Phases(device).Test({{"1.0", Int(3)}}), "noError");
+}
+
 }  // namespace
