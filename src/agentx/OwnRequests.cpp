@@ -15,6 +15,14 @@ std::optional<OwnRequest> OwnRequests::Take(std::uint32_t packetId) {
   return request;
 }
 
+void OwnRequests::Sent(std::chrono::steady_clock::time_point deadline) {
+  for (auto request = waiting_.rbegin();
+       request != waiting_.rend() && request->isNew; ++request) {
+    request->isNew = false;
+    request->deadline = deadline;
+  }
+}
+
 std::optional<std::chrono::steady_clock::time_point> OwnRequests::Deadline()
     const {
   if (waiting_.empty()) return {};

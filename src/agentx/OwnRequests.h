@@ -19,6 +19,7 @@ struct OwnRequest {
   bool inDefaultContext = true;
   std::uint32_t packetId = 0;
   std::chrono::steady_clock::time_point deadline;
+  bool isNew = true;  // it has not been sent yet
 };
 
 // The requests that wait for their responses. They are few, so that what a
@@ -39,6 +40,10 @@ class OwnRequests {
   // Removes and returns the request of this number, if there is one.
   std::optional<OwnRequest> Take(std::uint32_t packetId);
   void Clear() { waiting_.clear(); }
+
+  // Whether some were added since Sent(), which gives them that deadline.
+  bool HasNew() const { return !waiting_.empty() && waiting_.back().isNew; }
+  void Sent(std::chrono::steady_clock::time_point deadline);
 
   // When the first response is overdue.
   std::optional<std::chrono::steady_clock::time_point> Deadline() const;

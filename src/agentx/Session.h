@@ -136,6 +136,11 @@ class Session {
   // What is to be sent; the driver takes bytes from its front. It changes with
   // every operation of this class, and so does NextDeadline().
   agentx::Output& Output() { return output_; }
+  // Whether there are requests in it since Sent(), which the driver calls when
+  // it has sent of it what goes: their time runs from then on, not from when a
+  // function of the user's, which may have taken its time, had them written.
+  bool HasNewRequests() const { return outstanding_.HasNew(); }
+  void Sent(Time now) { outstanding_.Sent(now + options_.responseTimeout); }
   // A whole response written apart, for a request that was answered later.
   // Dropped if the session of that request is gone.
   void Send(const Header& request, const std::vector<std::uint8_t>& response,

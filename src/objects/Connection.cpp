@@ -90,6 +90,9 @@ bool Connection::Serve(const Events& happened) {
 }
 
 void Connection::MeetDeadlines() {
+  Flush();
+  // A response is not overdue that has come since the events did.
+  if (socket_.IsOpen() && !connecting_) Receive(false);
   const agentx::Time now = Now();
   if (connectDeadline_ && now >= *connectDeadline_) {
     GiveUpEndpoint(ETIMEDOUT);
@@ -162,6 +165,7 @@ void Connection::Flush() {
       return;
     }
   }
+  if (session_.HasNewRequests()) session_.Sent(Now());
   Watch(output.empty() ? EPOLLIN : EPOLLIN | EPOLLOUT);
 }
 

@@ -196,6 +196,22 @@ TEST_F(AnOpenSession, IsLostWhenARequestOfItsIsNotAnswered) {
 }
 
 // Whatever comes and goes meanwhile.
+// A function that is told, and takes its time, is no fault of the master
+// agent's: responses are awaited from when the requests have been sent.
+TEST_F(AnOpenSession, AwaitsResponsesSinceItsRequestsWereSent) {
+  Register("1.3.6.1.4.1.32473.1");
+  StartOpen();
+  EXPECT_TRUE(session().HasNewRequests());
+  now += options.responseTimeout + seconds(1);
+  session().Sent(now);
+  EXPECT_FALSE(session().HasNewRequests());
+  now += options.responseTimeout - milliseconds(1);
+  session().Sent(now);
+  EXPECT_TRUE(session().Advance(now));
+  now += milliseconds(1);
+  EXPECT_FALSE(session().Advance(now));
+}
+
 TEST_F(AnOpenSession, IsLostWhenOneRequestOfManyIsNotAnswered) {
   StartOpen();
   Register("1.3.6.1.4.1.32473.1");
