@@ -18,8 +18,8 @@ namespace snmpsubagent {
 
 enum class LogLevel { Error, Warning, Info };
 
-// How an agent reaches its master agent, and how long both wait. The defaults
-// suit a device whose snmpd.conf says `master agentx`.
+// How an agent reaches its master agent, and how long both wait: a year at
+// most. The defaults suit a device whose snmpd.conf says `master agentx`.
 struct AgentOptions {
   // "unix:/path", "tcp:host:port" or "tcp6:[address]:port".
   std::string master = "unix:/var/agentx/master";

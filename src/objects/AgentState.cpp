@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 #include "objects/AgentState.h"
 
+#include <algorithm>
 #include <stdexcept>
 #include <utility>
 
@@ -9,13 +10,16 @@
 namespace snmpsubagent::detail {
 namespace {
 
-AgentOptions Checked(AgentOptions options) {
+AgentOptions Checked(AgentOptions options,
+                     std::chrono::milliseconds longestTime) {
   if (options.timeout.count() < 1 || options.timeout.count() > 255) {
     throw std::invalid_argument("AgentOptions::timeout is 1 to 255 seconds");
   }
   if (options.responseTimeout.count() <= 0 || options.firstRetry.count() <= 0 ||
       options.lastRetry < options.firstRetry ||
-      options.pingInterval.count() < 0) {
+      options.pingInterval.count() < 0 ||
+      std::max({options.responseTimeout, options.lastRetry,
+                options.pingInterval}) > longestTime) {
     throw std::invalid_argument("a time in AgentOptions is out of range");
   }
   return options;
@@ -44,7 +48,7 @@ agentx::SessionOptions SessionOptionsOf(std::string description,
 }  // namespace
 
 AgentState::AgentState(std::string description, AgentOptions options)
-    : options_(Checked(std::move(options))),
+    : options_(Checked(std::move(options), kLongestTime)),
       master_(options_.master),
       log_(description, options_.log),
       session_(SessionOptionsOf(std::move(description), options_), *this),

@@ -96,6 +96,9 @@ class AgentState final : public std::enable_shared_from_this<AgentState>,
 
  private:
   enum class Mode { Stopped, Thread, Caller, Polled };
+  // Of those that the application says: no clock runs over.
+  static constexpr std::chrono::milliseconds kLongestTime =
+      std::chrono::hours(24 * 365);
 
   void OnOpened() override;
   void OnEnded(std::string_view reason) override;

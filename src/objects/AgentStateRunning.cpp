@@ -1,6 +1,7 @@
 // SPDX-License-Identifier: LicenseRef-SnmpSubAgent
 //
 // Who runs an agent, and from when until when.
+#include <algorithm>
 #include <exception>
 #include <functional>
 #include <memory>
@@ -149,7 +150,8 @@ void AgentState::End() {
 bool AgentState::WaitUntilConnected(std::chrono::milliseconds time) {
   std::unique_lock lock(mutex_);
   if (mutex_.Depth() > 1) return IsConnected();
-  return opened_.wait_for(lock, time, [this] { return IsConnected(); });
+  return opened_.wait_for(lock, std::min(time, kLongestTime),
+                          [this] { return IsConnected(); });
 }
 
 std::unique_lock<AgentMutex> AgentState::LockToServe() {

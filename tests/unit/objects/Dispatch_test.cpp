@@ -154,6 +154,18 @@ TEST_F(APolledAgent, ConnectsAgainByItsTimer) {
   });
 }
 
+TEST_F(APolledAgent, IsWaitedForHoweverLong) {
+  descriptor = device.agent.Poll();
+  std::atomic<bool> connected{false};
+  std::thread waiting([&] {
+    connected =
+        device.agent.WaitUntilConnected(std::chrono::milliseconds::max());
+  });
+  With([&] { device.Accept(); });
+  waiting.join();
+  EXPECT_TRUE(connected);
+}
+
 TEST_F(APolledAgent, TellsItsLoopWhenAnotherThreadHasSomethingToSend) {
   snmp::Notification notification(module, "0.1");
   descriptor = device.agent.Poll();

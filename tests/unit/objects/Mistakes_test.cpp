@@ -130,6 +130,9 @@ TEST(AnAgentsMistake, IsAMasterAgentThatIsNoAddress) {
   }
 }
 
+// It would run over the clock.
+constexpr auto kEver = std::chrono::milliseconds::max();
+
 TEST(AnAgentsMistake, IsATimeOutOfRange) {
   const auto with = [](void (*change)(snmp::AgentOptions&)) {
     snmp::AgentOptions options;
@@ -144,7 +147,10 @@ TEST(AnAgentsMistake, IsATimeOutOfRange) {
        {+[](snmp::AgentOptions& options) { options.firstRetry = 0ms; },
         +[](snmp::AgentOptions& options) { options.lastRetry = 1ms; },
         +[](snmp::AgentOptions& options) { options.responseTimeout = 0ms; },
-        +[](snmp::AgentOptions& options) { options.pingInterval = -1ms; }}) {
+        +[](snmp::AgentOptions& options) { options.pingInterval = -1ms; },
+        +[](snmp::AgentOptions& options) { options.pingInterval = kEver; },
+        +[](snmp::AgentOptions& options) { options.responseTimeout = kEver; },
+        +[](snmp::AgentOptions& options) { options.lastRetry = kEver; }}) {
     EXPECT_THAT(with(change), HasSubstr("AgentOptions is out of range"));
   }
 }
