@@ -109,7 +109,8 @@ class SNMPSUBAGENT_OBJECTS_EXPORT Agent {
   // that wait. When it returns, no application function runs or will
   // run, except the one that called it, or one for which the calling thread's
   // Lock() makes it wait. A SET whose function has called it is undone when
-  // that function returns. Start() works again afterwards.
+  // that function returns; of one that is final the other Changed functions are
+  // called then. Start() works again afterwards, but not in the destructor.
   void Stop();
 
   // Whether the session with the master agent is up.
@@ -134,7 +135,8 @@ class SNMPSUBAGENT_OBJECTS_EXPORT Agent {
   // session yet.
   std::uint32_t SysUpTime() const;
 
-  // Notifications that were not sent, since too many waited for a session.
+  // Notifications that were never sent: too many waited for a session, or the
+  // agent was stopped.
   std::uint64_t DroppedNotifications() const;
 
   // Keeps requests out while what it returns lives: for changes that managers

@@ -61,8 +61,9 @@ namespace snmpsubagent {
 // Threads: any. Each operation takes the agent's lock, and so waits for a
 // function of the application's that runs on another thread; hold Agent::Lock()
 // around several that belong together. Functions given here are called under
-// that lock, on the thread that runs the agent. What they throw is logged, and
-// a manager gets genErr, or commitFailed from CommitSet.
+// that lock, on the thread that runs the agent, or on one that answers a Later,
+// sends a notification or stops the agent. What they throw is logged, and a
+// manager gets genErr, or commitFailed from CommitSet.
 template <typename Key, typename Row,
           typename Container = std::map<Key, Row, IndexOrder<Key>>>
 class Table {
