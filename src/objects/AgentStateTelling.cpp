@@ -48,6 +48,7 @@ std::vector<Refusal> AgentState::Refusals() const {
 void AgentState::OnOpened() {
   IfThereIsMemory(
       [&] { Log(LogLevel::Info, "connected to " + options_.master); });
+  if (!IsConnected()) return;  // the log has stopped it
   opened_.notify_all();
   TellSession(true, {});
 }

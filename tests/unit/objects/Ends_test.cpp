@@ -192,6 +192,22 @@ TEST(AnAgent, MayBeStoppedByItsLogWhenASetIsNotAnsweredInTime) {
   EXPECT_EQ(slow.Get(), 1);
 }
 
+TEST(AnAgent, IsNotConnectedOnceItsLogHasStoppedIt) {
+  Service service;
+  service.cue = "connected to";
+  std::atomic<bool> connected{false};
+  std::atomic<int> events{0};
+  service.agent->OnSession([&](const snmp::SessionEvent& event) {
+    connected = event.connected;
+    ++events;
+  });
+  service.Accept();
+  service.agent->Start();
+  EXPECT_TRUE(Eventually([&] { return events > 0; }));
+  const auto lock = service.agent->Lock();
+  EXPECT_FALSE(connected);
+}
+
 // What is called behind Stop() fails the test.
 class AfterStop : public testing::Test {
  protected:
