@@ -113,8 +113,13 @@ class Access {
 
  private:
   Derived& Self() { return static_cast<Derived&>(*this); }
+  // Objects and copies that have been given these rules keep them as they are.
   detail::Constraints& Own() {
-    if (!rules_) rules_ = std::make_shared<detail::Constraints>();
+    if (!rules_) {
+      rules_ = std::make_shared<detail::Constraints>();
+    } else if (rules_.use_count() > 1) {
+      rules_ = std::make_shared<detail::Constraints>(*rules_);
+    }
     return *rules_;
   }
 

@@ -431,4 +431,16 @@ TEST_F(ASet, OfATestAndIncrTakesItsValueAndCountsOn) {
 
 TEST_F(ASet, OfNothingDoesNothing) { EXPECT_EQ(device.Set({}), "noError"); }
 
+TEST_F(ASet, KeepsToTheConstraintsThatItsObjectWasBuiltWith) {
+  auto access = snmp::ReadWrite().Range(0, 100);
+  const snmp::Scalar first(module, "50", 5, access);
+  const snmp::Scalar second(module, "51", 5, access.Range(200, 300));
+  auto copy = access;
+  const snmp::Scalar third(module, "52", 5, copy.Range(400, 500));
+  EXPECT_EQ(device.Set({{"50.0", Int(250)}}), "wrongValue 1");
+  EXPECT_EQ(device.Set({{"51.0", Int(250)}}), "noError");
+  EXPECT_EQ(device.Set({{"51.0", Int(450)}}), "wrongValue 1");
+  EXPECT_EQ(device.Set({{"52.0", Int(450)}}), "noError");
+}
+
 }  // namespace
