@@ -77,8 +77,8 @@ inline std::string_view AsText(const std::uint8_t* octets, std::size_t size) {
 // Fails unless the number fits a T.
 template <typename T>
 SetError ReadNumber(std::int64_t number, T& value) {
-  if (number < static_cast<std::int64_t>(std::numeric_limits<T>::min()) ||
-      number > static_cast<std::int64_t>(std::numeric_limits<T>::max())) {
+  const bool mayBe = std::is_signed_v<T> || number >= 0;
+  if (!mayBe || static_cast<std::int64_t>(static_cast<T>(number)) != number) {
     return SetError::WrongValue;
   }
   value = static_cast<T>(number);

@@ -72,12 +72,13 @@ struct IndexedBy<
   }
 };
 
-// Whether a key has an index at all: no number below 0, no text that is too
-// long.
+// Whether a key has an index at all: no number below 0 or of more than 32 bits,
+// no text that is too long.
 template <typename Key>
 bool CanBeIndex(const Key& key) {
   if constexpr (IsNumberIndex<Key>) {
-    return key >= Key{};
+    return key >= Key{} &&
+           static_cast<Key>(static_cast<SubIdentifier>(key)) == key;
   } else {
     IndexWriter index;
     IndexSyntax<Key>::Write(index, key);

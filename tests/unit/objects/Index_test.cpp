@@ -155,6 +155,12 @@ TEST(AKey, IsNoIndexIfItIsNegativeOrTooLong) {
   EXPECT_FALSE(snmp::detail::CanBeIndex(Text(128, 'x')));
 }
 
+TEST(AKey, IsNoIndexIfItHasMoreThan32Bits) {
+  enum class Wide : std::uint64_t {};
+  EXPECT_TRUE(snmp::detail::CanBeIndex(Wide{4294967295}));
+  EXPECT_FALSE(snmp::detail::CanBeIndex(Wide{4294967296}));
+}
+
 // ---- Which row comes behind any index, against a map of OIDs.
 
 class Random {

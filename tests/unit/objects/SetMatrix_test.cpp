@@ -443,4 +443,19 @@ TEST_F(ASet, KeepsToTheConstraintsThatItsObjectWasBuiltWith) {
   EXPECT_EQ(device.Set({{"52.0", Int(450)}}), "noError");
 }
 
+TEST_F(ASet, OfAnEnumerationIsTakenWhateverIsBelowIt) {
+  enum class Wide : std::uint64_t { One = 1, Two = 2, Three = 3 };
+  enum class Signed : std::int64_t { Less = -1, More = 1 };
+  snmp::Scalar wide(module, "50", Wide::One,
+                    snmp::ReadWrite().Values(Wide::One, Wide::Two));
+  snmp::Scalar signedOne(module, "51", Signed::More,
+                         snmp::ReadWrite().Values(Signed::Less, Signed::More));
+  EXPECT_EQ(device.Set({{"50.0", Int(2)}}), "noError");
+  EXPECT_EQ(wide.Get(), Wide::Two);
+  EXPECT_EQ(device.Set({{"50.0", Int(3)}}), "wrongValue 1");
+  EXPECT_EQ(device.Set({{"50.0", Int(-1)}}), "wrongValue 1");
+  EXPECT_EQ(device.Set({{"51.0", Int(-1)}}), "noError");
+  EXPECT_EQ(signedOne.Get(), Signed::Less);
+}
+
 }  // namespace
