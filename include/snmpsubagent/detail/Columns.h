@@ -183,6 +183,7 @@ template <typename T>
 std::enable_if_t<!IsNumberIndex<T>, std::int64_t> NumberOfPart(const T&) {
   return 0;
 }
+inline std::int64_t NumberOfPart(bool part) { return part ? 1 : 2; }
 inline std::int64_t NumberOfPart(TimeTicks part) { return part.value; }
 inline std::int64_t NumberOfPart(Counter32 part) { return part.value; }
 
@@ -222,10 +223,10 @@ class IndexColumn final : public TypedColumn<PartType<N, Key>> {
  public:
   SetError Write(void*, OidView index, const ValueView& value) const override {
     using T = PartType<N, Key>;
-    T written{};
+    const std::optional<Key> key = ReadKey<Key>(index);
+    T written = key ? Bare(PartOf<N>(*key)) : T{};
     const SetError error = MakeNewValue(value, written);
     if (error != SetError::None) return error;
-    const std::optional<Key> key = ReadKey<Key>(index);
     return key && Bare(PartOf<N>(*key)) == written
                ? SetError::None
                : SetError::InconsistentValue;

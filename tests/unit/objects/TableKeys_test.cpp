@@ -111,4 +111,16 @@ TEST(ARestrictedIndex, HasRestrictionsThatFitItsType) {
                std::invalid_argument);
 }
 
+TEST(ARestrictedIndex, IsATruthValue) {
+  Keyed<bool> device;
+  device.lines.Index(snmp::NotAccessible().Range(1, 2));
+  EXPECT_EQ(device.Make("1"), "noError");
+  EXPECT_EQ(device.Make("2"), "noError");
+  EXPECT_EQ(device.Make("3"), kNoCreation);
+  Keyed<bool> restricted;
+  restricted.lines.Index(snmp::NotAccessible().Range(1, 1));
+  EXPECT_EQ(restricted.Make("1"), "noError");
+  EXPECT_EQ(restricted.Make("2"), kNoCreation);
+}
+
 }  // namespace

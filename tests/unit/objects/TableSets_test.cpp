@@ -340,4 +340,18 @@ TEST(ASetOfAnIndexColumn, SucceedsWithTheValueThatTheRowHas) {
   EXPECT_TRUE(table.Contains({9, "a"}));
 }
 
+TEST(ASetOfAnIndexColumn, MayNameAnAddress) {
+  Device device;
+  snmp::Module module(device.agent, kBase);
+  snmp::Table<snmp::InetAddress, Line> table(module, "7");
+  table.Index(1, snmp::ReadWrite());
+  table.Insert(snmp::InetAddress("192.0.2.1"), {});
+  device.Connect();
+  const std::string cell = "7.1.1.1.4.192.0.2.1";
+  EXPECT_EQ(device.Set({{cell, Octets(std::string("\xc0\0\2\1", 4))}}),
+            "noError");
+  EXPECT_EQ(device.Set({{cell, Octets(std::string("\xc0\0\2\2", 4))}}),
+            "inconsistentValue 1");
+}
+
 }  // namespace
