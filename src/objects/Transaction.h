@@ -6,6 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <utility>
 #include <vector>
 
 #include "agentx/Message.h"
@@ -15,6 +16,7 @@
 
 namespace snmpsubagent::detail {
 
+class ModuleState;
 class ObjectIndex;
 class SetCall;
 
@@ -87,6 +89,9 @@ class Transaction : public std::enable_shared_from_this<Transaction> {
     agentx::Error error = agentx::Error::None;
     std::uint16_t index = 0;
   };
+  // Modules that are to be asked, each with the first varbind that names it.
+  using NamedModules =
+      std::vector<std::pair<std::shared_ptr<ModuleState>, std::uint16_t>>;
   // Tells that a change is at work, also if it ends with an exception.
   class Running {
    public:
@@ -101,8 +106,11 @@ class Transaction : public std::enable_shared_from_this<Transaction> {
     Transaction& transaction_;
   };
 
-  Failure Stage(const agentx::Request& request, const ObjectIndex* index);
-  Failure Check(std::size_t first);
+  Failure Stage(const agentx::Request& request, const ObjectIndex* index,
+                NamedModules& modules);
+  static void NoteModule(ModuleState& module, std::uint16_t varbind,
+                         NamedModules& modules);
+  Failure Check(std::size_t first, NamedModules& modules);
   Failure CheckChange(std::size_t which);
 
   void Proceed();

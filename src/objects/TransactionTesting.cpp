@@ -33,8 +33,9 @@ void Transaction::Test(const agentx::Request& request,
   Failure failure;
   {
     const Running running(*this);
-    failure = Stage(request, index);
-    if (failure.error == agentx::Error::None) failure = Check(first);
+    NamedModules modules;
+    failure = Stage(request, index, modules);
+    if (failure.error == agentx::Error::None) failure = Check(first, modules);
   }
   if (failure.error != agentx::Error::None) EndUndo();
   // The varbinds that a CommitSet names are those of the first request.
@@ -49,7 +50,8 @@ void Transaction::Test(const agentx::Request& request,
 // Here and below: when the session goes while a function of the application is
 // running no other one is called. Nobody hears of the error.
 Transaction::Failure Transaction::Stage(const agentx::Request& request,
-                                        const ObjectIndex* index) {
+                                        const ObjectIndex* index,
+                                        NamedModules& modules) {
   varbind_ = 0;
   for (const agentx::Varbind& varbind : *request.varbinds) {
     ++varbind_;
@@ -65,15 +67,26 @@ Transaction::Failure Transaction::Stage(const agentx::Request& request,
     }
     if (undoWanted_) return {agentx::Error::GenErr, 0};
     if (error != SetError::None) return {WireError(error), varbind_};
+    NoteModule(object->Module(), varbind_, modules);
   }
   return {};
 }
 
+void Transaction::NoteModule(ModuleState& module, std::uint16_t varbind,
+                             NamedModules& modules) {
+  if (std::none_of(modules.begin(), modules.end(), [&](const auto& named) {
+        return named.first.get() == &module;
+      })) {
+    modules.emplace_back(module.shared_from_this(), varbind);
+  }
+}
+
 // The checks of objects, then of modules: all see everything that is staged.
 // Changes from `first` on are of this request, which may also have added to the
-// others: those blame none of its varbinds.
-Transaction::Failure Transaction::Check(std::size_t first) {
-  std::vector<std::pair<std::shared_ptr<ModuleState>, std::uint16_t>> modules;
+// others: those blame none of its varbinds. A row may have cells in several
+// modules, of which all that the request names are asked.
+Transaction::Failure Transaction::Check(std::size_t first,
+                                        NamedModules& modules) {
   for (std::size_t i = 0; i < changes_.size(); ++i) {
     if (changes_[i]->IsChecked()) continue;
     const bool isNew = i >= first;
@@ -82,11 +95,7 @@ Transaction::Failure Transaction::Check(std::size_t first) {
     if (failure.error != agentx::Error::None) {
       return {failure.error, isNew ? failure.index : std::uint16_t{0}};
     }
-    const auto module = changes_[i]->Object().Module().shared_from_this();
-    if (std::none_of(modules.begin(), modules.end(),
-                     [&](const auto& seen) { return seen.first == module; })) {
-      modules.emplace_back(module, isNew ? varbinds_[i] : std::uint16_t{0});
-    }
+    NoteModule(changes_[i]->Object().Module(), 0, modules);
   }
   for (const auto& [module, varbind] : modules) {
     const SetError error = module->AskCheck(*this);

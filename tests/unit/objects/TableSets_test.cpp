@@ -158,6 +158,26 @@ TEST(AModulesCheck, SeesRowsAndScalarsAsTheyWouldBe) {
   EXPECT_EQ(seen, "+none +101 -10 +10 ");
 }
 
+TEST(AModulesCheck, IsAskedWhenASetNamesARowThatAnotherModuleHasToo) {
+  Switch device;
+  snmp::Module other(device.agent, "1.3.6.1.4.1.32473.8");
+  snmp::Table more(other, "1", device.ports);
+  more.Column(1, &Line::tag, snmp::ReadCreate());
+  device.Master().ServeUntil(
+      [&] { return device.Master().Registered().size() == 2; });
+  other.Check([&](const snmp::SetChange& change) {
+    return change.After(device.ports, 1)->tag == 4 ? SetError::InconsistentValue
+                                                   : SetError::None;
+  });
+  const std::string tag = ".1.3.6.1.4.1.32473.8.1.1.1.1";
+  EXPECT_EQ(device.Set({{"5.1.1.1", Int(5)}, {tag, Int(4)}}),
+            "inconsistentValue 2");
+  Phases phases(device);
+  EXPECT_EQ(phases.Test({{"5.1.1.1", Int(5)}}), "noError");
+  EXPECT_EQ(phases.Test({{tag, Int(4)}}), "inconsistentValue 1");
+  EXPECT_EQ(device.Set({{"5.1.1.1", Int(5)}, {tag, Int(3)}}), "noError");
+}
+
 TEST(ACellThatARowLacks, IsMadeWhereTheColumnIsReadCreate) {
   Switch device;
   EXPECT_EQ(device.Get("5.1.2.1"), "noSuchInstance");
