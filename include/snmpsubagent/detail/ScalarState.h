@@ -98,6 +98,7 @@ class TypedScalar final : public ScalarState {
   }
   std::optional<T> Load() const { return Held()->Load(); }
   SetError Store(const T& value) { return Held()->Store(value); }
+  bool KeepsWhatIsStored() const { return source_->KeepsWhatIsStored(); }
   Answer ReadValue(ReadContext& context) override {
     return Held()->Read(context);
   }
@@ -170,7 +171,7 @@ class ScalarChange final : public Change {
   // since it was tested.
   bool StillAllowed();
   // Whether there is something to undo: what the application has stored since
-  // is its own.
+  // is its own. A setter is told to undo whatever the getter says.
   bool HoldsNew() const;
   Step StoreAndApply(const T& from, const T& to, Transaction& transaction);
 
@@ -237,7 +238,8 @@ template <typename T>
 bool ScalarChange<T>::HoldsNew() const {
   if (!scalar_.IsServed()) return false;
   const std::optional<T> now = scalar_.Load();
-  return scalar_.IsServed() && now && IsSame(*now, after_);
+  return scalar_.IsServed() && now &&
+         (!scalar_.KeepsWhatIsStored() || IsSame(*now, after_));
 }
 
 template <typename T>

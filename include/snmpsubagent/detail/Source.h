@@ -36,6 +36,9 @@ class Source {
   // The value now; none if there is no instance.
   virtual std::optional<T> Load() = 0;
   virtual SetError Store(const T&) { return SetError::NotWritable; }
+  // Whether it tells a value as it was stored. What a setter makes of one is
+  // its own affair.
+  virtual bool KeepsWhatIsStored() const { return true; }
 
   // False if there is no instance.
   virtual bool Write(ValueWriter& writer) {
@@ -172,6 +175,7 @@ class GetSetSource final : public Source<T> {
       return SetError::NotWritable;
     }
   }
+  bool KeepsWhatIsStored() const override { return false; }
 
  private:
   GetSet<Getter, Setter> functions_;

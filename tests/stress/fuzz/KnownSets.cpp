@@ -400,15 +400,8 @@ Sets::Change& Sets::Waiting(Set& set) {
 
 void Sets::Resume(Set& set, Error error) {
   Change& change = Waiting(set);
-  const State& state = change.unit->state;
-  // What the application has made of it meanwhile stays.
-  const bool isAsPut = change.store->isScalar
-                           ? state.status != kAbsent &&
-                                 AreSame(*change.store, state, change.after)
-                           : !change.overtaken && (!change.store->isCompared ||
-                                                   state == change.after);
   if (error != kNone && set.phase == Phase::Committing &&
-      change.store->isServed && isAsPut) {
+      change.store->isServed && HoldsNew(change)) {
     change.unit->state = change.before;
     change.isPut = false;
   }
@@ -503,6 +496,19 @@ bool Sets::StillAllowed(Change& change) {
   return unit.check == kNone;
 }
 
+// Whether there is something to undo: what the application has made of it
+// meanwhile stays, but for what a setter is to undo.
+bool Sets::HoldsNew(const Change& change) {
+  const State& state = change.unit->state;
+  if (!change.store->isScalar) {
+    return !change.overtaken &&
+           (!change.store->isCompared || state == change.after);
+  }
+  return state.status != kAbsent &&
+         (change.store->hasSetter ||
+          AreSame(*change.store, state, change.after));
+}
+
 bool Sets::SetterRefuses(const Change& change) {
   return change.store->hasSetter && change.unit->setterRefuses;
 }
@@ -530,16 +536,8 @@ Sets::Step Sets::CommitOne(Change& change) {
 Sets::Step Sets::UndoOne(Change& change) {
   Unit& unit = *change.unit;
   if (change.IsNothing() || !change.store->isServed) return Step::Done;
-  if (change.store->isScalar) {
-    if (unit.state.status == kAbsent ||
-        !AreSame(*change.store, unit.state, change.after)) {
-      return Step::Done;
-    }
-    if (SetterRefuses(change)) return Step::Refused;
-  } else if (change.overtaken ||
-             (change.store->isCompared && !(unit.state == change.after))) {
-    return Step::Done;
-  }
+  if (!HoldsNew(change)) return Step::Done;
+  if (change.store->isScalar && SetterRefuses(change)) return Step::Refused;
   unit.state = change.before;
   change.isPut = false;
   return Apply(change);

@@ -133,6 +133,7 @@ class Sets {
   void StartUndo(Set& set, std::size_t count);
   void EndUndo(Set& set);
   static bool StillAllowed(Change& change);
+  static bool HoldsNew(const Change& change);
   static bool SetterRefuses(const Change& change);
   Step CommitOne(Change& change);
   Step UndoOne(Change& change);

@@ -575,6 +575,25 @@ TEST_F(AWatchedSet, DoesNotUndoWhatTheApplicationHasChangedSince) {
   EXPECT_EQ(TakeCalls(), " apply:c=13>3 apply:far=18>8 apply:a=11>1");
 }
 
+TEST_F(ASetInPhases, HasASetterUndoWhateverItMadeOfTheValue) {
+  int stored = 50;
+  std::string set;
+  const snmp::Scalar tens(module, "5",
+                          snmp::GetSet([&] { return stored; },
+                                       [&](int value) {
+                                         stored = value / 10 * 10;
+                                         set += " " + std::to_string(value);
+                                       }),
+                          snmp::ReadWrite());
+  Phases phases(device);
+  EXPECT_EQ(phases.Test({{"5.0", Int(77)}}), "noError");
+  EXPECT_EQ(phases.Commit(), "noError");
+  EXPECT_EQ(device.Get("5.0"), "INTEGER 70");
+  EXPECT_EQ(phases.Undo(), "noError");
+  EXPECT_EQ(device.Get("5.0"), "INTEGER 50");
+  EXPECT_EQ(set, " 77 50");
+}
+
 TEST_F(ASetInPhases, OfATestAndIncrFailsWhenTheApplicationCountsOn) {
   snmp::Scalar spin(module, "5", snmp::TestAndIncr{7}, snmp::ReadWrite());
   Phases set(device);
