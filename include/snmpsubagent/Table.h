@@ -324,11 +324,11 @@ class Table {
   // A copy of the row, if there is one.
   std::optional<Row> Find(const Key& key) const {
     const AgentLock lock = Lock();
-    return rows_->Held(key);
+    return rows_->RowUnder(key);
   }
   bool Contains(const Key& key) const {
     const AgentLock lock = Lock();
-    return rows_->Rows().find(key) != rows_->Rows().end();
+    return rows_->Contains(key);
   }
   // None if there is no such row.
   snmpsubagent::RowStatus Status(const Key& key) const {
@@ -398,7 +398,7 @@ class Table {
     const auto* staged = static_cast<const detail::StagedMapRow<Rows>*>(
         FindStaged(transaction, key));
     if (staged) return staged->FinalRow();
-    return rows_->Held(key);
+    return rows_->RowUnder(key);
   }
 
  private:

@@ -179,10 +179,16 @@ class MapRows final : public RowStore,
   // The rows as they are, for whoever changes no keys.
   Map& Rows() { return rows_; }
 
-  std::optional<Row> Held(const Key& key) const {
+  // A copy of the row that there is now.
+  std::optional<Row> RowUnder(const Key& key) const {
+    if (virtual_) return virtual_->RowUnder(key);
     const auto place = rows_.find(key);
     if (place == rows_.end()) return std::nullopt;
     return place->second;
+  }
+  bool Contains(const Key& key) const {
+    return virtual_ ? virtual_->RowUnder(key).has_value()
+                    : rows_.find(key) != rows_.end();
   }
   bool Put(const Key& key, Row row) {
     const bool isNew = rows_.insert_or_assign(key, std::move(row)).second;

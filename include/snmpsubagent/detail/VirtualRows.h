@@ -24,6 +24,8 @@ class VirtualRows {
   VirtualRows(RowOf rowOf, KeyAfter keyAfter)
       : rowOf_(std::move(rowOf)), keyAfter_(std::move(keyAfter)) {}
 
+  std::optional<Row> RowUnder(const Key& key) const { return rowOf_(key); }
+
   bool Find(OidView index, RowView& found) {
     const std::optional<Key> key = ReadKey<Key>(index);
     return key && Show(*key, found);

@@ -178,6 +178,34 @@ TEST(AModulesCheck, IsAskedWhenASetNamesARowThatAnotherModuleHasToo) {
   EXPECT_EQ(device.Set({{"5.1.1.1", Int(5)}, {tag, Int(3)}}), "noError");
 }
 
+TEST(AModulesCheck, SeesRowsThatFunctionsTell) {
+  Device device;
+  snmp::Module module(device.agent, kBase);
+  snmp::Table<int, Line> table(module, "5");
+  table.Column(1, &Line::speed, snmp::ReadWrite())
+      .Virtual(
+          [](int key) {
+            return key <= 2 ? std::optional(Line{key, {}, {}}) : std::nullopt;
+          },
+          [](const int* key) -> std::optional<int> {
+            if (key && *key >= 2) return std::nullopt;
+            return key ? *key + 1 : 1;
+          });
+  std::string seen;
+  module.Check([&](const snmp::SetChange& change) {
+    for (int key = 1; key <= 3; ++key) {
+      seen += Shown(change.After(table, key)) + " ";
+    }
+    return SetError::None;
+  });
+  device.Connect();
+  EXPECT_EQ(device.Set({{"5.1.1.1", Int(7)}}), "noError");
+  EXPECT_EQ(seen, "7 2 none ");
+  EXPECT_TRUE(table.Contains(2));
+  EXPECT_EQ(table.Status(2), RowStatus::Active);
+  EXPECT_FALSE(table.Contains(3));
+}
+
 TEST(ACellThatARowLacks, IsMadeWhereTheColumnIsReadCreate) {
   Switch device;
   EXPECT_EQ(device.Get("5.1.2.1"), "noSuchInstance");
