@@ -70,9 +70,12 @@ void TableState::AddColumn(SubIdentifier number,
   if (column && column->constraints) {
     column->constraints->RequireFor(column->type, CellName(number, {}));
   }
+  NumberedColumn added{number, std::move(column)};
   columns_.reserve(columns_.size() + 1);
-  if (column && column->isRequired) column->required = rows_->AddRequired();
-  columns_.insert(PlaceFrom(number), {number, std::move(column)});
+  if (added.column && added.column->isRequired) {
+    added.column->required = rows_->AddRequired();
+  }
+  columns_.insert(PlaceFrom(number), std::move(added));
 }
 
 void TableState::SetStatusColumn(SubIdentifier number) {
@@ -162,9 +165,11 @@ Answer TableState::ReadNext(OidView instance, bool include,
       }
     }
   }
-  for (; column != columns_.end(); ++column) {
-    const Answer answer = ReadColumn(*column, index, isIncluded, context);
+  while (column != columns_.end()) {
+    const NumberedColumn current = *column;  // Functions may add columns.
+    const Answer answer = ReadColumn(current, index, isIncluded, context);
     if (answer != Answer::Absent || !context.IsWanted()) return answer;
+    column = PlaceFrom(current.number) + 1;
     index = {};
     isIncluded = false;
   }
@@ -196,7 +201,7 @@ void TableState::Warn(const char* what) const {
 SetError TableState::Stage(OidView instance, const ValueView& value,
                            Transaction& transaction) {
   if (!HasObjectAt(instance)) return SetError::NotWritable;
-  const NumberedColumn& column = *PlaceFrom(instance[1]);
+  const NumberedColumn column = *PlaceFrom(instance[1]);
   const SetError error = CheckValue(column, value);
   if (error != SetError::None) return error;
   const OidView index = instance.After(2);

@@ -254,7 +254,7 @@ class MapRows final : public RowStore,
   }
 
   void SetLoader(Loader loader, std::chrono::steady_clock::duration time) {
-    loader_ = std::move(loader);
+    loader_ = loader ? std::make_shared<Loader>(std::move(loader)) : nullptr;
     timeToLive_ = time;
     loaded_.reset();
   }
@@ -347,9 +347,10 @@ class MapRows final : public RowStore,
     const auto now = Now();
     if (loaded_ && now - *loaded_ < timeToLive_) return;
     loading_ = true;
+    const auto loader = loader_;
     Map rows;
     try {
-      loader_(rows);
+      (*loader)(rows);
     } catch (...) {
       loading_ = false;
       throw;
@@ -389,7 +390,7 @@ class MapRows final : public RowStore,
   std::shared_ptr<const Functions_> functions_;
   std::vector<std::function<bool(const Key&)>> keyRules_;
 
-  Loader loader_;
+  std::shared_ptr<Loader> loader_;  // kept while it runs
   std::chrono::steady_clock::duration timeToLive_{};
   std::optional<std::chrono::steady_clock::time_point> loaded_;
   bool loading_ = false;

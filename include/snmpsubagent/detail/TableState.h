@@ -81,7 +81,7 @@ class SNMPSUBAGENT_OBJECTS_EXPORT TableState : public ManagedObject {
  private:
   struct NumberedColumn {
     SubIdentifier number;
-    std::unique_ptr<Column> column;  // null for the status
+    std::shared_ptr<Column> column;  // null for the status
   };
   using Columns = std::vector<NumberedColumn>;
 

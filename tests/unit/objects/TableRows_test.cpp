@@ -220,6 +220,41 @@ TEST(ALoader, IsAskedAgainWhenItsRowsAreTooOld) {
   EXPECT_EQ(device.Set({{"5.1.1.1", Int(7)}, {"5.1.1.2", Int(8)}}), "noError");
 }
 
+TEST(ALoader, MayBeReplacedFromWithin) {
+  Module device;
+  snmp::Table<int, Cell> table(device.module, "5");
+  const auto second = [](auto& rows) { rows[2].value = 2; };
+  table.Column(1, &Cell::value)
+      .Load(
+          [&, numbers = std::vector<int>{1, 3}](auto& rows) {
+            table.Load(second, 0s);
+            for (const int number : numbers) rows[number].value = number;
+          },
+          1h);
+  device.Connect();
+  EXPECT_EQ(device.GetAll({"5.1.1.3", "5.1.1.2"}), "INTEGER 3, INTEGER 2");
+}
+
+TEST(ALoader, MayAddColumns) {
+  Module device;
+  snmp::Table<int, Cell> table(device.module, "5");
+  bool isNew = true;
+  table.Column(1, &Cell::value, snmp::ReadWrite())
+      .Load(
+          [&](auto& rows) {
+            for (unsigned number = 2; isNew && number < 40; ++number) {
+              table.Column(number, [](int, const Cell&) { return 8; });
+            }
+            isNew = false;
+            rows[1].value = 7;
+          },
+          1h);
+  device.Connect();
+  EXPECT_EQ(device.GetNext("5"), "5.1.1.1 INTEGER 7");
+  EXPECT_EQ(device.GetNext("5.1.1.1"), "5.1.2.1 INTEGER 8");
+  EXPECT_EQ(device.GetNext("5.1.38.1"), "5.1.39.1 INTEGER 8");
+}
+
 TEST(ALoaderThatThrows, IsAskedAgain) {
   Module device;
   snmp::Table<int, Cell> table(device.module, "5");
