@@ -83,7 +83,8 @@ class Table {
   // A table of rows that are the application's, which changes them under
   // Agent::Lock(). The container outlives the table. It is ordered by
   // IndexOrder<Key>, or, with one integer or enumeration as its key, by
-  // std::less.
+  // std::less. With a RowStatus() rows go with Erase(), which forgets their
+  // status as well.
   //
   //   std::map<int, Port> ports;
   //   snmp::Table portTable(module, "7", ports);
@@ -303,8 +304,8 @@ class Table {
     const AgentLock lock = Lock();
     const auto place = rows_->Rows().find(key);
     if (place == rows_->Rows().end()) return false;
-    change(place->second);
     rows_->Changed(key);
+    change(place->second);
     return true;
   }
   // False if there is none.

@@ -197,9 +197,11 @@ class MapRows final : public RowStore,
     return isNew;
   }
   bool Erase(const Key& key) {
-    if (rows_.erase(key) == 0) return false;
+    IndexWriter index;
+    IndexSyntax<Key>::Write(index, key);
+    if (rows_.erase(key) == 0) return false;  // with `key`, if it is the row's
     Forget();
-    Note(key, [&](OidView index) { this->NoteErased(index); });
+    if (this->TakesNotes()) this->NoteErased(index.View());
     return true;
   }
   // The application has changed the row.
@@ -237,11 +239,11 @@ class MapRows final : public RowStore,
       Forget();
       return;
     }
-    for (auto place = rows_.begin(); place != rows_.end();) {
-      const auto next = std::next(place);
-      if (rows.find(place->first) == rows.end()) Erase(Key(place->first));
-      place = next;
+    std::vector<Key> gone;
+    for (const auto& [key, row] : rows_) {
+      if (rows.find(key) == rows.end()) gone.push_back(key);
     }
+    for (const Key& key : gone) Erase(key);
     for (auto& [key, row] : rows) {
       const auto place = rows_.find(key);
       if (place == rows_.end()) {

@@ -415,6 +415,23 @@ TEST(ARowThatTheApplicationErases, LeavesNoStatusBehind) {
   EXPECT_EQ(users.Get(Users::Cell(2, 1)), "INTEGER 10");
 }
 
+TEST(ARowOfABorrowedContainer, IsErasedByItsOwnKeyWithItsStatus) {
+  Device device;
+  snmp::Module module(device.agent, kBase);
+  using Key = std::string;
+  std::map<Key, User, snmp::IndexOrder<Key>> rows;
+  snmp::Table table(module, "5", rows);
+  table.Column(1, &User::quota, snmp::ReadCreate()).RowStatus(2);
+  device.Connect();
+  const std::string cell =
+      "5.1.2.17.97.97.97.97.97.97.97.97.97.97.97.97.97.97.97.97.97";
+  ASSERT_EQ(device.Set({{cell, Int(5)}}), "noError");
+  ASSERT_EQ(device.Get(cell), "INTEGER 2");
+  EXPECT_TRUE(table.Erase(rows.begin()->first));
+  EXPECT_TRUE(table.Insert(Key(17, 'a'), {}));
+  EXPECT_EQ(device.Get(cell), "INTEGER 1");
+}
+
 TEST(ATable, HasOneRowStatus) {
   Users users;
   EXPECT_THROW(users.table.RowStatus(9), std::invalid_argument);

@@ -5,14 +5,17 @@
 // rows that come and go during walks.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <atomic>
 #include <chrono>
+#include <functional>
 #include <map>
 #include <optional>
 #include <stdexcept>
 #include <string>
 #include <thread>
 #include <tuple>
+#include <utility>
 #include <vector>
 
 #include "Device.h"
@@ -363,6 +366,65 @@ class Churn {
   std::atomic<bool> ends_{false};
   std::vector<std::thread> threads_;
 };
+
+// One whose rows move when others come or go.
+class SortedRows {
+ public:
+  using key_type = int;
+  using mapped_type = Cell;
+  using key_compare = std::less<int>;
+  using value_type = std::pair<int, Cell>;
+  using iterator = std::vector<value_type>::iterator;
+
+  iterator begin() { return rows_.begin(); }
+  iterator end() { return rows_.end(); }
+  std::size_t size() const { return rows_.size(); }
+  iterator lower_bound(int key) {
+    return std::lower_bound(begin(), end(), key, [](const auto& row, int k) {
+      return row.first < k;
+    });
+  }
+  iterator upper_bound(int key) {
+    const iterator place = find(key);
+    return place == end() ? lower_bound(key) : place + 1;
+  }
+  iterator find(int key) {
+    const iterator place = lower_bound(key);
+    return place == end() || place->first != key ? end() : place;
+  }
+  std::pair<iterator, bool> insert_or_assign(int key, Cell row) {
+    const iterator place = find(key);
+    if (place == end())
+      return {rows_.insert(lower_bound(key), {key, row}), true};
+    place->second = row;
+    return {place, false};
+  }
+  iterator erase(iterator place) { return rows_.erase(place); }
+  std::size_t erase(int key) {
+    const iterator place = find(key);
+    if (place == end()) return 0;
+    rows_.erase(place);
+    rows_.shrink_to_fit();
+    return 1;
+  }
+
+ private:
+  std::vector<value_type> rows_;
+};
+
+TEST(AReplacement, FitsAContainerWhoseRowsMove) {
+  Module device;
+  SortedRows rows;
+  for (int key = 1; key <= 9; ++key) rows.insert_or_assign(key, {});
+  snmp::Table table(device.module, "5", rows);
+  table.Column(1, &Cell::value);
+  device.Connect();
+  SortedRows others;
+  others.insert_or_assign(5, {50, {}});
+  others.insert_or_assign(10, {100, {}});
+  table.Replace(others);
+  EXPECT_EQ(device.Walk("5"), "5.1.1.5 INTEGER 50, 5.1.1.10 INTEGER 100");
+}
 
 TEST(AWalkWhileRowsComeAndGo, SeesOnceEachRowThatStays) {
   Module device;
