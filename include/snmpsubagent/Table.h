@@ -107,12 +107,14 @@ class Table {
     return *this;
   }
 
-  // A column that is a member of the row; a std::optional member that is empty
+  // A column that is a member of the row, or of a base of it; a std::optional
+  // member that is empty
   // is a cell that the row does not have. ReadOnly, ReadWrite or ReadCreate.
   // Each of these throws std::invalid_argument for a number that is 0 or taken,
   // or constraints that do not fit the type.
-  template <typename M, typename A = ReadOnly>
-  Table& Column(SubIdentifier number, M Row::*member, const A& access = {}) {
+  template <typename M, typename Base, typename A = ReadOnly,
+            typename = std::enable_if_t<std::is_base_of_v<Base, Row>>>
+  Table& Column(SubIdentifier number, M Base::*member, const A& access = {}) {
     using T = typename detail::WithoutOptional<M>::Type;
     constexpr bool writable = !std::is_same_v<A, ReadOnly>;
     static_assert(!writable || detail::CanRead<T>,
@@ -199,8 +201,9 @@ class Table {
   // The member that says how a row is kept (RFC 2579, StorageType), as a column
   // that managers write: they can't destroy a row that is Permanent, nor change
   // one that is ReadOnly. Throws as Column() does.
+  template <typename Base>
   Table& StorageType(SubIdentifier number,
-                     snmpsubagent::StorageType Row::*member) {
+                     snmpsubagent::StorageType Base::*member) {
     using T = snmpsubagent::StorageType;
     auto column = std::make_unique<detail::MemberColumn<Row, T>>(member);
     column->writable = true;

@@ -59,6 +59,40 @@ TEST(ATable, ShowsItsColumnsInTheOrderOfTheirNumbers) {
   EXPECT_EQ(device.Set({{"5.1.2.1.97.2", Int(1)}}), "notWritable 1");
 }
 
+struct Located {
+  int place = 3;
+  snmp::StorageType storage = snmp::StorageType::Volatile;
+};
+struct LocatedCell : Located {
+  int value = 4;
+};
+
+TEST(ATable, ShowsMembersOfTheBaseOfItsRows) {
+  Module device;
+  snmp::Table<int, LocatedCell> table(device.module, "5");
+  table.Column(1, &LocatedCell::place, snmp::ReadWrite())
+      .Column(2, &LocatedCell::value)
+      .StorageType(3, &LocatedCell::storage);
+  table.Insert(1, {});
+  device.Connect();
+  EXPECT_EQ(device.Set({{"5.1.1.1", Int(7)}}), "noError");
+  EXPECT_EQ(device.Walk("5"),
+            "5.1.1.1 INTEGER 7, 5.1.2.1 INTEGER 4, 5.1.3.1 INTEGER 2");
+}
+
+TEST(ATable, HasRowsOfAnyType) {
+  Module device;
+  Cell cell{5, {}};
+  std::map<int, int> numbers{{1, 10}};
+  std::map<int, Cell*> pointers{{2, &cell}};
+  snmp::Table first(device.module, "5", numbers);
+  snmp::Table second(device.module, "6", pointers);
+  first.Column(1, [](int, int number) { return number; });
+  second.Column(1, [](int, const Cell* row) { return row->value; });
+  device.Connect();
+  EXPECT_EQ(device.Walk("5"), "5.1.1.1 INTEGER 10, 6.1.1.2 INTEGER 5");
+}
+
 TEST(ATable, TellsNoObjectFromNoInstance) {
   Module device;
   snmp::Table<int, Cell> table(device.module, "5");
