@@ -44,6 +44,14 @@ struct IndexSyntax;
 
 namespace detail {
 
+template <typename Key, typename = void>
+struct HasIndexSyntaxOf : std::false_type {};
+template <typename Key>
+struct HasIndexSyntaxOf<Key, std::void_t<decltype(IndexSyntax<Key>::kParts)>>
+    : std::true_type {};
+template <typename Key>
+constexpr bool HasIndexSyntax = HasIndexSyntaxOf<Key>::value;
+
 // A number of a type that has at most the range of `Number`.
 template <typename Number, typename T>
 bool ReadNumber(IndexReader& reader, T& value) {
@@ -289,7 +297,8 @@ struct IndexSyntax<InetAddress> {
 
 // Several indexes.
 template <typename... Parts>
-struct IndexSyntax<std::tuple<Parts...>> {
+struct IndexSyntax<std::tuple<Parts...>,
+                   std::enable_if_t<(detail::HasIndexSyntax<Parts> && ...)>> {
   static constexpr std::size_t kParts = (IndexSyntax<Parts>::kParts + ...);
   static void Write(IndexWriter& writer, const std::tuple<Parts...>& value) {
     std::apply(
@@ -307,7 +316,9 @@ struct IndexSyntax<std::tuple<Parts...>> {
   }
 };
 template <typename A, typename B>
-struct IndexSyntax<std::pair<A, B>> {
+struct IndexSyntax<
+    std::pair<A, B>,
+    std::enable_if_t<detail::HasIndexSyntax<A> && detail::HasIndexSyntax<B>>> {
   static constexpr std::size_t kParts =
       IndexSyntax<A>::kParts + IndexSyntax<B>::kParts;
   static void Write(IndexWriter& writer, const std::pair<A, B>& value) {
@@ -321,14 +332,6 @@ struct IndexSyntax<std::pair<A, B>> {
 };
 
 namespace detail {
-
-template <typename Key, typename = void>
-struct HasIndexSyntaxOf : std::false_type {};
-template <typename Key>
-struct HasIndexSyntaxOf<Key, std::void_t<decltype(IndexSyntax<Key>::kParts)>>
-    : std::true_type {};
-template <typename Key>
-constexpr bool HasIndexSyntax = HasIndexSyntaxOf<Key>::value;
 
 // Whether one sub-identifier is all of the index, in the order of the number.
 template <typename Key>

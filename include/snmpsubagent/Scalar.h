@@ -27,8 +27,8 @@ namespace snmpsubagent {
 // Where the value comes from:
 //
 //   the third argument is       the value is
-//   a variable (an lvalue)      that variable, read and written under the
-//                               agent's lock; it outlives the object
+//   a variable (an lvalue that  that variable, read and written under the
+//   is not const)               agent's lock; it outlives the object
 //   a std::atomic               that variable
 //   a function                  asked for each request; one that returns a
 //                               std::optional may say that there is no instance
@@ -63,6 +63,8 @@ class Scalar {
   static_assert(detail::HasSyntax<T> || std::is_same_v<T, detail::NoValue>,
                 "this type is none of SMIv2: see <snmpsubagent/Types.h>, or "
                 "specialise snmpsubagent::Syntax for it");
+  static_assert(!detail::HasSyntax<T> || detail::IsComparableOf<T>::value,
+                "values of this type need an operator==");
 
  public:
   // `oid` is relative to the module's subtree, without the 0: "1", "2.3". One

@@ -22,7 +22,7 @@
 namespace snmpsubagent {
 
 // How values of a C++ type stand in a varbind. An application gives a type of
-// its own an SMI syntax by a specialisation:
+// its own, which has an operator==, an SMI syntax by a specialisation:
 //
 //   template <>
 //   struct snmpsubagent::Syntax<Celsius> {
@@ -59,6 +59,15 @@ struct CanReadAs<T, std::void_t<decltype(Syntax<T>::Read(
     : std::true_type {};
 template <typename T>
 constexpr bool CanRead = CanReadAs<T>::value;
+
+// Whether values of a T can be compared.
+template <typename T, typename = void>
+struct IsComparableOf : std::false_type {};
+template <typename T>
+struct IsComparableOf<
+    T, std::void_t<decltype(static_cast<bool>(std::declval<const T&>() ==
+                                              std::declval<const T&>()))>>
+    : std::true_type {};
 
 // The integers that fit Integer32 and Unsigned32. `char` is none: whether it
 // has a sign depends on the processor.

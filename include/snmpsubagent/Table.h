@@ -412,6 +412,10 @@ class Table {
       : rows_(std::move(rows)),
         state_(
             std::make_shared<detail::TableState>(module.State(), oid, rows_)) {
+    static_assert(std::is_default_constructible_v<Row> &&
+                      std::is_copy_constructible_v<Row> &&
+                      std::is_move_assignable_v<Row>,
+                  "a row is made by default, copied and assigned");
     state_->Serve();
   }
 

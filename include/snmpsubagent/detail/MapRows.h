@@ -86,14 +86,6 @@ bool CanBeIndex(const Key& key) {
   }
 }
 
-template <typename T, typename = void>
-struct IsComparableOf : std::false_type {};
-template <typename T>
-struct IsComparableOf<
-    T, std::void_t<decltype(static_cast<bool>(std::declval<const T&>() ==
-                                              std::declval<const T&>()))>>
-    : std::true_type {};
-
 // Whether rows are the same; `otherwise` if they have no operator==.
 template <typename Row>
 bool AreEqual(const Row& a, const Row& b, bool otherwise) {

@@ -341,7 +341,14 @@ template <typename T, typename V>
 std::unique_ptr<Source<T>> MakeSource(V&& value) {
   using D = std::decay_t<V>;
   if constexpr (IsAtomic<D>::value) {
-    return std::make_unique<AtomicSource<T>>(value);
+    constexpr bool isConst = std::is_const_v<std::remove_reference_t<V>>;
+    static_assert(!isConst,
+                  "the std::atomic is const: give a function that reads it");
+    if constexpr (isConst) {
+      return nullptr;
+    } else {
+      return std::make_unique<AtomicSource<T>>(value);
+    }
   } else if constexpr (IsGetSet<D>::value) {
     using Kind = IsGetSet<D>;
     return std::make_unique<
@@ -362,7 +369,7 @@ std::unique_ptr<Source<T>> MakeSource(V&& value) {
   } else {
     constexpr bool isVariable = std::is_lvalue_reference_v<V> &&
                                 !std::is_const_v<std::remove_reference_t<V>> &&
-                                !std::is_convertible_v<D, const char*>;
+                                !std::is_pointer_v<std::remove_reference_t<V>>;
     static_assert(!isVariable,
                   "the variable is of another type than the object: make it "
                   "one of that type, or see snmpsubagent::As");
