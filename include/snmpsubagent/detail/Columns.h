@@ -105,10 +105,17 @@ struct LaterCellOf<F, std::void_t<decltype(&F::operator())>>
     : LaterCellOf<decltype(&F::operator())> {};
 template <typename R, typename K, typename W, typename A>
 struct LaterCellOf<R (*)(K, W, A)> : LaterValue<std::decay_t<A>> {};
+template <typename R, typename K, typename W, typename A>
+struct LaterCellOf<R (*)(K, W, A) noexcept> : LaterValue<std::decay_t<A>> {};
 template <typename R, typename C, typename K, typename W, typename A>
 struct LaterCellOf<R (C::*)(K, W, A)> : LaterValue<std::decay_t<A>> {};
 template <typename R, typename C, typename K, typename W, typename A>
 struct LaterCellOf<R (C::*)(K, W, A) const> : LaterValue<std::decay_t<A>> {};
+template <typename R, typename C, typename K, typename W, typename A>
+struct LaterCellOf<R (C::*)(K, W, A) noexcept> : LaterValue<std::decay_t<A>> {};
+template <typename R, typename C, typename K, typename W, typename A>
+struct LaterCellOf<R (C::*)(K, W, A) const noexcept>
+    : LaterValue<std::decay_t<A>> {};
 
 template <typename F, typename = void>
 struct TakesLaterCell : std::false_type {};

@@ -388,6 +388,24 @@ TEST_F(ALaterCell, ComesWhenItIsAnswered) {
   EXPECT_EQ(device.Receive(get), "INTEGER 22, INTEGER 20, noSuchInstance");
 }
 
+void AnswerSevenFor(int, const Nothing&, snmp::Later<int> reply) noexcept {
+  reply.Answer(7);
+}
+
+TEST_F(ALaterCell, IsAskedOfFunctionsThatThrowNothing) {
+  table
+      .Column(3, [](int, const Nothing&,
+                    snmp::Later<int> reply) noexcept { reply.Answer(5); })
+      .Column(4,
+              [asked = 0](int, const Nothing&,
+                          snmp::Later<int> reply) mutable noexcept {
+                reply.Answer(++asked);
+              })
+      .Column(5, AnswerSevenFor);
+  EXPECT_EQ(device.GetAll({"5.1.3.1", "5.1.4.1", "5.1.5.1"}),
+            "INTEGER 5, INTEGER 1, INTEGER 7");
+}
+
 TEST_F(ALaterCell, IsPassedOverIfItIsNotThere) {
   const auto next = device.Send(wire::GetNext{{After("5")}});
   pending.Take().NoInstance();
