@@ -93,8 +93,14 @@ class Table {
 
   // A table that shares the rows of another: one that AUGMENTS it, or has some
   // of its columns only for some rows (RFC 2578, 7.8).
+  // Both tables are of one agent, else it throws std::invalid_argument.
   Table(Module& module, std::string_view oid, const Table& rows)
-      : Table(module, oid, rows.rows_) {}
+      : Table(module, oid, rows.rows_) {
+    if (state_->Agent() != rows.state_->Agent()) {
+      throw std::invalid_argument(ToString(state_->Name()) +
+                                  ": the rows are those of another agent");
+    }
+  }
 
   ~Table() { Withdraw(); }
   Table(Table&&) noexcept = default;

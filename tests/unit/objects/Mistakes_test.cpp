@@ -565,6 +565,14 @@ TEST_F(AMistake, IsAReadCreateColumnWithoutARowStatus) {
                                    "has no RowStatus()"));
 }
 
+TEST_F(AMistake, IsToShareTheRowsOfAnotherAgentsTable) {
+  snmp::Agent agent("other", Device::Options());
+  snmp::Module elsewhere(agent, kBase);
+  snmp::Table<int, Row> rows(elsewhere, "5");
+  EXPECT_EQ(Thrown([&] { snmp::Table more(module, "6", rows); }),
+            kWhole + ".6: the rows are those of another agent");
+}
+
 TEST_F(AMistake, IsAKeyThatNoOidCanHave) {
   snmp::Table<int, Row> numbers(module, "1");
   EXPECT_EQ(Thrown([&] { numbers.Insert(-1, {}); }),
