@@ -92,8 +92,8 @@ class Table {
       : Table(module, oid, std::make_shared<Store>(rows)) {}
 
   // A table that shares the rows of another: one that AUGMENTS it, or has some
-  // of its columns only for some rows (RFC 2578, 7.8).
-  // Both tables are of one agent, else it throws std::invalid_argument.
+  // of its columns only for some rows (RFC 2578, 7.8). Throws
+  // std::invalid_argument unless both are of one agent.
   Table(Module& module, std::string_view oid, const Table& rows)
       : Table(module, oid, rows.rows_) {
     if (state_->Agent() != rows.state_->Agent()) {
@@ -114,10 +114,9 @@ class Table {
   }
 
   // A column that is a member of the row, or of a base of it; a std::optional
-  // member that is empty
-  // is a cell that the row does not have. ReadOnly, ReadWrite or ReadCreate.
-  // Each of these throws std::invalid_argument for a number that is 0 or taken,
-  // or constraints that do not fit the type.
+  // member that is empty is a cell that the row does not have. ReadOnly,
+  // ReadWrite or ReadCreate. Each of these throws std::invalid_argument for a
+  // number that is 0 or taken, or constraints that do not fit the type.
   template <typename M, typename Base, typename A = ReadOnly,
             typename = std::enable_if_t<std::is_base_of_v<Base, Row>>>
   Table& Column(SubIdentifier number, M Base::*member, const A& access = {}) {

@@ -171,7 +171,7 @@ TEST(AnAgentThatIsDispatched,
   accept();
 }
 
-TEST(AnAgent, MayBeStoppedByItsLogWhenASetIsNotAnsweredInTime) {
+TEST(AnAgentThatRuns, MayBeStoppedByItsLogWhenASetIsNotAnsweredInTime) {
   snmp::AgentOptions options = Device::Options();
   options.timeout = 1s;
   Service service(options);
