@@ -90,15 +90,20 @@ bool Connection::Serve(const Events& happened) {
 }
 
 void Connection::MeetDeadlines() {
-  Flush();
-  // A response is not overdue that has come since the events did.
-  if (socket_.IsOpen() && !connecting_) Receive(false);
   const agentx::Time now = Now();
   if (connectDeadline_ && now >= *connectDeadline_) {
     GiveUpEndpoint(ETIMEDOUT);
   }
-  if (const auto deadline = session_.NextDeadline();
-      deadline && now >= *deadline && !session_.Advance(now)) {
+  const auto isDue = [&] {
+    const auto deadline = session_.NextDeadline();
+    return deadline && now >= *deadline;
+  };
+  if (!isDue()) return;
+  // No response is overdue to what has not been sent, nor one that has come
+  // since the events did.
+  Flush();
+  if (socket_.IsOpen() && !connecting_) Receive(false);
+  if (isDue() && !session_.Advance(now)) {
     Flush();
     CloseSocket();
   }

@@ -192,7 +192,7 @@ TEST(AnAgentThatRuns, MayBeStoppedByItsLogWhenASetIsNotAnsweredInTime) {
   EXPECT_EQ(slow.Get(), 1);
 }
 
-TEST(AnAgent, IsNotConnectedOnceItsLogHasStoppedIt) {
+TEST(AnAgentThatRuns, IsNotConnectedOnceItsLogHasStoppedIt) {
   Service service;
   service.cue = "connected to";
   std::atomic<bool> connected{false};
