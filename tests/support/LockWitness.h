@@ -6,15 +6,17 @@
 #include "NetSNMPIntNodeData.h"
 #include "adapter/AgentLock.h"
 
+// The turn that a new request for the lock would get.
+inline unsigned long TurnNow() {
+  const NetSNMPAgentGuard guard;
+  return agent_lock::Turn();
+}
+
 // Whether this thread has the lock of NetSNMPAgentGuard: a nested guard does
 // not release it for good.
 inline bool HoldsLock() {
-  const auto turn = [] {
-    const NetSNMPAgentGuard guard;
-    return agent_lock::Turn();
-  };
-  const unsigned long first = turn();
-  return turn() == first;
+  const unsigned long first = TurnNow();
+  return TurnNow() == first;
 }
 
 // A value that records whether the lock was held whenever it was cloned.

@@ -11,14 +11,10 @@
 #include "NetSNMPAgentGuard.h"
 #include "adapter/DataSet.h"
 #include "support/LocalAgent.h"
+#include "support/LockWitness.h"
 #include "support/Oid.h"
 
 namespace {
-
-unsigned long TurnNow() {
-  const NetSNMPAgentGuard guard;
-  return agent_lock::Turn();
-}
 
 // Whether `call` takes the lock, once, and gives it back.
 template <typename Call>

@@ -14,18 +14,13 @@
 #include <vector>
 
 #include "adapter/AgentLock.h"
+#include "support/LockWitness.h"
 #include "testkit/Deadlines.h"
 #include "testkit/WaitFor.h"
 
 namespace {
 
 using testing::ElementsAre;
-
-// The turn that a new request for the lock would get.
-unsigned long TurnNow() {
-  const NetSNMPAgentGuard guard;
-  return agent_lock::Turn();
-}
 
 // Whether a thread of this process waits for something.
 bool Sleeps(pid_t thread) {

@@ -195,7 +195,6 @@ TEST_F(AnOpenSession, IsLostWhenARequestOfItsIsNotAnswered) {
                                   "for 10 s"));
 }
 
-// Whatever comes and goes meanwhile.
 // A function that is told, and takes its time, is no fault of the master
 // agent's: responses are awaited from when the requests have been sent.
 TEST_F(AnOpenSession, AwaitsResponsesSinceItsRequestsWereSent) {
@@ -212,6 +211,7 @@ TEST_F(AnOpenSession, AwaitsResponsesSinceItsRequestsWereSent) {
   EXPECT_FALSE(session().Advance(now));
 }
 
+// Whatever comes and goes meanwhile.
 TEST_F(AnOpenSession, IsLostWhenOneRequestOfManyIsNotAnswered) {
   StartOpen();
   Register("1.3.6.1.4.1.32473.1");

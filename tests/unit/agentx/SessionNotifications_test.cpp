@@ -15,6 +15,14 @@ class ANotification : public SessionTest {
     Answer(Sent().at(0));
     told.clear();
   }
+  // The callback that is told this stops the session.
+  void StopWhenTold(const char* of) {
+    whenTold = [this, of](const std::string& what) {
+      if (what != of) return;
+      session().Stop(now);
+      told.emplace_back("stopped");
+    };
+  }
 };
 class ManyNotifications : public ANotification {};
 
@@ -151,11 +159,7 @@ TEST_F(ANotification, HasItsOutcomeBeforeAStopInACallbackReturns) {
   Notify();
   Sent();
   Notify();
-  whenTold = [this](const std::string& what) {
-    if (what != "ended: gone") return;
-    session().Stop(now);
-    told.emplace_back("stopped");
-  };
+  StopWhenTold("ended: gone");
   session().Disconnected(now, "gone");
   EXPECT_THAT(Told(), ElementsAre("ended: gone", "notification 1: unanswered",
                                   "notification 2: unanswered",
@@ -167,11 +171,7 @@ TEST_F(ANotification, HasItsOutcomeWhenThatOfAnotherStopsTheSession) {
   Notify();
   Notify();
   Sent();
-  whenTold = [this](const std::string& what) {
-    if (what != "notification 1: unanswered") return;
-    session().Stop(now);
-    told.emplace_back("stopped");
-  };
+  StopWhenTold("notification 1: unanswered");
   session().Disconnected(now, "gone");
   EXPECT_THAT(Told(), ElementsAre("ended: gone", "notification 1: unanswered",
                                   "notification 2: unanswered", "stopped"));
