@@ -4,6 +4,7 @@
 
 #include <array>
 #include <chrono>
+#include <cmath>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -68,6 +69,20 @@ struct IsComparableOf<
     T, std::void_t<decltype(static_cast<bool>(std::declval<const T&>() ==
                                               std::declval<const T&>()))>>
     : std::true_type {};
+
+// Whether they are the same, as two NaN are; `otherwise` if they cannot be
+// compared.
+template <typename T>
+bool AreEqual(const T& a, const T& b, bool otherwise = false) {
+  if constexpr (std::is_floating_point_v<T>) {
+    return a == b || (std::isnan(a) && std::isnan(b));
+  } else if constexpr (IsComparableOf<T>::value) {
+    return a == b;
+  } else {
+    static_cast<void>(a), static_cast<void>(b);
+    return otherwise;
+  }
+}
 
 // The integers that fit Integer32 and Unsigned32. `char` is none: whether it
 // has a sign depends on the processor.

@@ -68,16 +68,22 @@ void RowStore::NoteChange(OidView index) {
   }
 }
 
+void RowStore::NoteOvertaken(OidView index) {
+  for (StagedRow* staged : staged_) {
+    if (staged->Index() == index) staged->NoteOvertaken();
+  }
+}
+
 // A row that the application has put has all its cells.
 void RowStore::NotePut(OidView index, bool isNew) {
   const bool isActive = isNew || StatusOf(index) == RowStatus::Active;
   SetStatus(index, isActive ? RowStatus::Active : RowStatus::NotInService, {});
-  NoteChange(index);
+  NoteOvertaken(index);
 }
 
 void RowStore::NoteErased(OidView index) {
   SetStatus(index, RowStatus::None, {});
-  NoteChange(index);
+  NoteOvertaken(index);
 }
 
 bool RowStore::IsFullFor(const StagedRow& row) {
@@ -110,11 +116,11 @@ StagedRow::~StagedRow() {
   staged.erase(std::find(staged.begin(), staged.end(), this));
 }
 
-void StagedRow::NoteCell(int required) {
-  changesCells_ = true;
+void StagedRow::NoteCell(std::shared_ptr<const Column> column) {
+  const auto place = static_cast<std::size_t>(column->required);
+  if (column->required >= 0 && place < missing_.size()) missing_[place] = false;
+  written_.push_back(std::move(column));
   SetChecked(false);
-  const auto place = static_cast<std::size_t>(required);
-  if (required >= 0 && place < missing_.size()) missing_[place] = false;
 }
 
 SetError StagedRow::NoteAction(RowStatus action, std::uint16_t varbind) {
@@ -180,7 +186,7 @@ SetError StagedRow::DecideExisting() {
     case RowStatus::NotInService:
       if (!IsComplete()) return SetError::InconsistentValue;
       after_ = action_;
-      return changesCells_ && before_ == RowStatus::Active &&
+      return !written_.empty() && before_ == RowStatus::Active &&
                      after_ == RowStatus::Active && store_->ActiveAreFrozen()
                  ? SetError::InconsistentValue
                  : SetError::None;
@@ -197,10 +203,20 @@ SetError StagedRow::DecideExisting() {
 
 Step StagedRow::Commit(Transaction& transaction) {
   if (IsNothing()) return Step::Done;
-  if (!table_->IsServed() || overtaken_ || !IsUntouched(false)) {
-    return Step::Refused;
-  }
-  return Apply(false, transaction);
+  return MayCommit() ? Apply(false, transaction) : Step::Refused;
+}
+
+// What the application has made of the row since it was tested is not
+// overwritten.
+bool StagedRow::MayCommit() const {
+  return table_->IsServed() && !isChanged_ && !isOvertaken_ &&
+         IsUntouched(false);
+}
+
+// What the application has made of it since stays.
+bool StagedRow::MayUndo() {
+  if (!table_->IsServed() || isOvertaken_) return false;
+  return (!isChanged_ && IsUntouched(true)) || KeepChanges();
 }
 
 Step StagedRow::Apply(bool undo, Transaction& transaction) {
@@ -232,18 +248,12 @@ void StagedRow::Put(bool undo) {
 
 Step StagedRow::Resumed(SetError error) {
   if (error == SetError::None) return Step::Done;
-  // What the application has made of the row meanwhile stays.
-  if (!undoing_ && table_->IsServed() && !overtaken_ && IsUntouched(true)) {
-    Put(true);
-  }
+  if (!undoing_ && MayUndo()) Put(true);
   return Step::Refused;
 }
 
 Step StagedRow::Undo(Transaction& transaction) {
-  // Here too.
-  if (IsNothing() || !table_->IsServed() || overtaken_ || !IsUntouched(true)) {
-    return Step::Done;
-  }
+  if (IsNothing() || !MayUndo()) return Step::Done;
   return Apply(true, transaction);
 }
 

@@ -39,6 +39,8 @@ Answer Column::ReadFor(ReadContext& context, const RowView& row) const {
   return Read(row, context.Writer()) ? Answer::Written : Answer::Absent;
 }
 
+bool Column::TakeBack(void*, const void*, const void*) const { return false; }
+
 TableState::TableState(std::shared_ptr<ModuleState> module,
                        std::string_view oid, std::shared_ptr<RowStore> rows)
     : ManagedObject(std::move(module), oid), rows_(std::move(rows)) {}
@@ -238,7 +240,7 @@ SetError TableState::StageCell(const NumberedColumn& numbered, OidView index,
                               CurrentVarbind(transaction));
   }
   error = numbered.column->Write(staged->Row(), index, value);
-  if (error == SetError::None) staged->NoteCell(numbered.column->required);
+  if (error == SetError::None) staged->NoteCell(numbered.column);
   return error;
 }
 

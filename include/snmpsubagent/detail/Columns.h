@@ -76,6 +76,15 @@ class MemberColumn final
       return error;
     }
   }
+  bool TakeBack(void* row, const void* before,
+                const void* after) const override {
+    M& cell = static_cast<Row*>(row)->*member_;
+    if (!AreEqual(cell, static_cast<const Row*>(after)->*member_, true)) {
+      return false;
+    }
+    cell = static_cast<const Row*>(before)->*member_;
+    return true;
+  }
 
  private:
   M Row::*member_;

@@ -86,17 +86,6 @@ bool CanBeIndex(const Key& key) {
   }
 }
 
-// Whether rows are the same; `otherwise` if they have no operator==.
-template <typename Row>
-bool AreEqual(const Row& a, const Row& b, bool otherwise) {
-  if constexpr (IsComparableOf<Row>::value) {
-    return a == b;
-  } else {
-    static_cast<void>(a), static_cast<void>(b);
-    return otherwise;
-  }
-}
-
 template <typename Map>
 class MapRows;
 
@@ -139,6 +128,20 @@ class StagedMapRow final : public StagedRow {
   void Restore() override { rows_->Make(key_, before_); }
   bool IsUntouched(bool put) const override {
     return rows_->Holds(key_, put ? FinalRow() : before_);
+  }
+  // A row that the SET has made goes, and one that it has destroyed and that is
+  // there again stays. Of others the cells go back that are as the SET has made
+  // them.
+  bool KeepChanges() override {
+    std::optional<RowType> now = rows_->RowUnder(key_);
+    if (!now || After() == RowStatus::None) return false;
+    if (!before_) return true;
+    bool takesBack = Before() != After();
+    for (const auto& column : Written()) {
+      takesBack |= column->TakeBack(&*now, &*before_, &after_);
+    }
+    before_ = std::move(now);
+    return takesBack;
   }
 
  private:

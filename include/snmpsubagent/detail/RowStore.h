@@ -18,6 +18,7 @@
 
 namespace snmpsubagent::detail {
 
+class Column;
 class TableState;
 class StagedRow;
 
@@ -90,6 +91,7 @@ class SNMPSUBAGENT_OBJECTS_EXPORT RowStore {
   // noted that the application has changed, put or erased it.
   bool TakesNotes() const { return !staged_.empty() || !inactive_.empty(); }
   void NoteChange(OidView index);
+  void NoteOvertaken(OidView index);
   void NotePut(OidView index, bool isNew);
   void NoteErased(OidView index);
 
@@ -133,13 +135,16 @@ class SNMPSUBAGENT_OBJECTS_EXPORT StagedRow : public Change {
   // How the row has been kept so far.
   StorageType Storage() const { return storage_; }
 
-  // A cell has been written; which of the required columns it is in, or -1.
-  void NoteCell(int required);
+  // The cell of that column has been written.
+  void NoteCell(std::shared_ptr<const Column> column);
   // The status has been written. InconsistentValue if it was before, otherwise.
   SetError NoteAction(RowStatus action, std::uint16_t varbind);
-  // The application has changed the row meanwhile.
+  // The application has changed the row meanwhile, or put or erased it.
   void NoteChange() {
-    if (!isPutting_) overtaken_ = true;
+    if (!isPutting_) isChanged_ = true;
+  }
+  void NoteOvertaken() {
+    if (!isPutting_) isOvertaken_ = true;
   }
 
   SetError Check(std::uint16_t& varbind) override;
@@ -159,6 +164,14 @@ class SNMPSUBAGENT_OBJECTS_EXPORT StagedRow : public Change {
   // Whether the application has left alone what the store holds: the row as it
   // was, or `put`, as it will be. As far as that can be told.
   virtual bool IsUntouched(bool put) const = 0;
+  // Has Restore() leave what the application has made of the row since Store().
+  // Whether it then has something to take back.
+  virtual bool KeepChanges() = 0;
+
+  // The columns whose cells have been written.
+  const std::vector<std::shared_ptr<const Column>>& Written() const {
+    return written_;
+  }
 
  private:
   SetError DecideNew();
@@ -168,6 +181,8 @@ class SNMPSUBAGENT_OBJECTS_EXPORT StagedRow : public Change {
   bool IsNothing() const {
     return before_ == RowStatus::None && after_ == RowStatus::None;
   }
+  bool MayCommit() const;
+  bool MayUndo();
   Step Apply(bool undo, Transaction& transaction);
   void Put(bool undo);
 
@@ -182,8 +197,9 @@ class SNMPSUBAGENT_OBJECTS_EXPORT StagedRow : public Change {
   RowStatus after_;
   RowStatus action_ = RowStatus::None;
   std::uint16_t actionVarbind_ = 0;
-  bool changesCells_ = false;
-  bool overtaken_ = false;
+  std::vector<std::shared_ptr<const Column>> written_;
+  bool isChanged_ = false;    // by the application, meanwhile
+  bool isOvertaken_ = false;  // the row is the application's, or gone
   bool undoing_ = false;
   bool isPutting_ = false;
   bool isPut_ = false;  // the store holds the row as it will be

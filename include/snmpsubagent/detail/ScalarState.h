@@ -2,7 +2,6 @@
 #ifndef SNMPSUBAGENT_SNMPSUBAGENT_DETAIL_SCALARSTATE_H_
 #define SNMPSUBAGENT_SNMPSUBAGENT_DETAIL_SCALARSTATE_H_
 
-#include <cmath>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -22,16 +21,6 @@
 #include "snmpsubagent/detail/Source.h"
 
 namespace snmpsubagent::detail {
-
-// Whether two values are the same; two NaN are.
-template <typename T>
-bool IsSame(const T& a, const T& b) {
-  if constexpr (std::is_floating_point_v<T>) {
-    return a == b || (std::isnan(a) && std::isnan(b));
-  } else {
-    return a == b;
-  }
-}
 
 // What all scalars have in common: one instance, whose name ends in 0.
 class SNMPSUBAGENT_OBJECTS_EXPORT ScalarState : public ManagedObject {
@@ -199,8 +188,8 @@ SetError TypedScalar<T>::StageChange(T before, T after,
                                      Transaction& transaction) {
   if (const auto* staged =
           static_cast<ScalarChange<T>*>(FindChange(transaction, *this))) {
-    return IsSame(staged->After(), after) ? SetError::None
-                                          : SetError::InconsistentValue;
+    return AreEqual(staged->After(), after) ? SetError::None
+                                            : SetError::InconsistentValue;
   }
   AddChange(transaction,
             std::make_unique<ScalarChange<T>>(
@@ -228,7 +217,7 @@ template <typename T>
 bool ScalarChange<T>::StillAllowed() {
   const std::optional<T> now = scalar_.Load();
   if (!now) return false;
-  if (IsSame(*now, before_)) return true;
+  if (AreEqual(*now, before_)) return true;
   if constexpr (std::is_same_v<T, TestAndIncr>) return false;
   before_ = *now;
   return scalar_.CallCheck(before_, after_) == SetError::None;
@@ -239,7 +228,7 @@ bool ScalarChange<T>::HoldsNew() const {
   if (!scalar_.IsServed()) return false;
   const std::optional<T> now = scalar_.Load();
   return scalar_.IsServed() && now &&
-         (!scalar_.KeepsWhatIsStored() || IsSame(*now, after_));
+         (!scalar_.KeepsWhatIsStored() || AreEqual(*now, after_));
 }
 
 template <typename T>

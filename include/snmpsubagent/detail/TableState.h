@@ -33,6 +33,9 @@ class SNMPSUBAGENT_OBJECTS_EXPORT Column {
   virtual SetError Decode(const ValueView& value) const = 0;
   virtual SetError Write(void* row, OidView index,
                          const ValueView& value) const = 0;
+  // Takes back what a SET has made of the cell, from `before` to `after`,
+  // unless `row` has another value by now. Whether it did.
+  virtual bool TakeBack(void* row, const void* before, const void* after) const;
 
   ValueType type = ValueType::Null;
   bool writable = false;

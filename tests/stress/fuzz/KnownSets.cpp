@@ -172,7 +172,7 @@ Error Sets::StageCell(Set& set, Store& store, const Column& column,
     return kNoCreation;
   }
   const Error error = MakeNew(column.kind, value, cells[column.cell]);
-  if (error == kNone) change->changesCells = true;
+  if (error == kNone) change->written.insert(column.cell);
   change->isChecked = false;
   return error;
 }
@@ -259,7 +259,7 @@ Error Sets::DecideExisting(Change& change) {
     case kNotInService:
       change.after.status = change.action;
       if (!isComplete) return kInconsistentValue;
-      return isFrozen && change.changesCells && change.action == kActive
+      return isFrozen && !change.written.empty() && change.action == kActive
                  ? kInconsistentValue
                  : kNone;
     case kDestroy:
@@ -401,7 +401,7 @@ Sets::Change& Sets::Waiting(Set& set) {
 void Sets::Resume(Set& set, Error error) {
   Change& change = Waiting(set);
   if (error != kNone && set.phase == Phase::Committing &&
-      change.store->isServed && HoldsNew(change)) {
+      change.store->isServed && MayUndo(change)) {
     change.unit->state = change.before;
     change.isPut = false;
   }
@@ -410,9 +410,15 @@ void Sets::Resume(Set& set, Error error) {
   Proceed(set);
 }
 
-void Sets::Note(const Unit& unit) {
+void Sets::NoteChange(const Unit& unit) {
   for (Set& set : sets_) {
-    if (Change* change = FindChange(set, unit)) change->overtaken = true;
+    if (Change* change = FindChange(set, unit)) change->isChanged = true;
+  }
+}
+
+void Sets::NoteOvertaken(const Unit& unit) {
+  for (Set& set : sets_) {
+    if (Change* change = FindChange(set, unit)) change->isOvertaken = true;
   }
 }
 
@@ -498,15 +504,42 @@ bool Sets::StillAllowed(Change& change) {
 
 // Whether there is something to undo: what the application has made of it
 // meanwhile stays, but for what a setter is to undo.
-bool Sets::HoldsNew(const Change& change) {
+bool Sets::MayUndo(Change& change) {
   const State& state = change.unit->state;
   if (!change.store->isScalar) {
-    return !change.overtaken &&
-           (!change.store->isCompared || state == change.after);
+    if (change.isOvertaken) return false;
+    const bool isAsPut = !change.isChanged &&
+                         (!change.store->isCompared || state == change.after);
+    return isAsPut || KeepChanges(change);
   }
   return state.status != kAbsent &&
          (change.store->hasSetter ||
           AreSame(*change.store, state, change.after));
+}
+
+// Of a row: cells that are as the SET has made them go back, and so does one
+// that it has made.
+bool Sets::KeepChanges(Change& change) {
+  State kept = change.unit->state;
+  if (kept.status == kAbsent || change.after.status == kAbsent) return false;
+  if (change.before.status == kAbsent) return true;
+  bool takesBack = change.before.status != change.after.status;
+  kept.status = change.before.status;
+  for (const unsigned int cell : change.written) {
+    const auto now = kept.cells.find(cell);
+    if (now == kept.cells.end() || !(now->second == change.after.cells[cell])) {
+      continue;
+    }
+    takesBack = true;
+    const auto before = change.before.cells.find(cell);
+    if (before == change.before.cells.end()) {
+      kept.cells.erase(now);
+    } else {
+      now->second = before->second;
+    }
+  }
+  change.before = kept;
+  return takesBack;
 }
 
 bool Sets::SetterRefuses(const Change& change) {
@@ -519,7 +552,7 @@ Sets::Step Sets::CommitOne(Change& change) {
   if (!change.store->isServed) return Step::Refused;
   if (change.store->isScalar) {
     if (!StillAllowed(change) || SetterRefuses(change)) return Step::Refused;
-  } else if (change.overtaken ||
+  } else if (change.isChanged || change.isOvertaken ||
              (change.store->isCompared && !(unit.state == change.before))) {
     return Step::Refused;
   }
@@ -536,7 +569,7 @@ Sets::Step Sets::CommitOne(Change& change) {
 Sets::Step Sets::UndoOne(Change& change) {
   Unit& unit = *change.unit;
   if (change.IsNothing() || !change.store->isServed) return Step::Done;
-  if (!HoldsNew(change)) return Step::Done;
+  if (!MayUndo(change)) return Step::Done;
   if (change.store->isScalar && SetterRefuses(change)) return Step::Refused;
   unit.state = change.before;
   change.isPut = false;

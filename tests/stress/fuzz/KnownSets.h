@@ -5,6 +5,7 @@
 #include <chrono>
 #include <cstdint>
 #include <list>
+#include <set>
 #include <utility>
 #include <vector>
 
@@ -39,8 +40,10 @@ class Sets {
   void Lose();
   // An Apply function has answered.
   void Answer(const Unit& unit, Error error);
-  // The application has changed a row, and has said so.
-  void Note(const Unit& unit);
+  // The application has changed a row, or has put or erased one, and has said
+  // so.
+  void NoteChange(const Unit& unit);
+  void NoteOvertaken(const Unit& unit);
   // Time has passed, and whoever was to say something has not.
   void Pass(Time time);
 
@@ -73,9 +76,10 @@ class Sets {
     State after;
     int action = 0;
     std::uint16_t actionVarbind = 0;
-    bool changesCells = false;
+    std::set<unsigned int> written = {};  // cells
     bool isChecked = false;
-    bool overtaken = false;
+    bool isChanged = false;    // by the application
+    bool isOvertaken = false;  // the row is the application's, or gone
     bool isPut = false;
 
     bool IsNothing() const {
@@ -133,7 +137,8 @@ class Sets {
   void StartUndo(Set& set, std::size_t count);
   void EndUndo(Set& set);
   static bool StillAllowed(Change& change);
-  static bool HoldsNew(const Change& change);
+  static bool MayUndo(Change& change);
+  static bool KeepChanges(Change& change);
   static bool SetterRefuses(const Change& change);
   Step CommitOne(Change& change);
   Step UndoOne(Change& change);

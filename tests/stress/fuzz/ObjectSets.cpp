@@ -299,13 +299,14 @@ class KnownRows : public Changeable {
       case 2:
         Require(table_->Change(key, [&](Row& held) { held = row; }) == exists,
                 "a row is not there");
-        if (exists) Put(unit, row);
-        return;
+        if (!exists) return;
+        unit.state = StateOf(row);
+        return sets_.NoteChange(unit);
       case 3:
         Require(table_->Erase(key) == exists, "a row is not there");
         if (!exists) return;
         unit.state = {};
-        return sets_.Note(unit);
+        return sets_.NoteOvertaken(unit);
       case 4:
         rows_[key] = row;
         unit.state = StateOf(row);
@@ -349,7 +350,7 @@ class KnownRows : public Changeable {
   }
   void Put(known::Unit& unit, const Row& row) {
     unit.state = StateOf(row);
-    sets_.Note(unit);
+    sets_.NoteOvertaken(unit);
   }
 
   known::Sets& sets_;

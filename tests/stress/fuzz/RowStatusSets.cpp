@@ -140,7 +140,7 @@ class KnownRows : public Changeable {
         Require(table_.Erase(key) == exists, "a row is not there");
         if (!exists) return;
         unit.state = {};
-        sets_.Note(unit);
+        sets_.NoteOvertaken(unit);
     }
     Require(static_cast<int>(table_.Status(key)) == unit.state.status,
             "another status");
@@ -205,7 +205,7 @@ class KnownRows : public Changeable {
   void Put(known::Unit& unit, const Row& row, int status) {
     unit.state = StateOf(row);
     unit.state.status = status;
-    sets_.Note(unit);
+    sets_.NoteOvertaken(unit);
   }
 
   // What a row that is not ready lacks, it still lacks.
@@ -216,7 +216,7 @@ class KnownRows : public Changeable {
       if (unit.state.cells.count(cell) == 0) state.cells.erase(cell);
     }
     unit.state = state;
-    sets_.Note(unit);
+    sets_.NoteChange(unit);
   }
 
   known::Sets& sets_;

@@ -285,6 +285,56 @@ TEST(ARowThatTheApplicationChangesAfterCommitSet, StaysAsItMadeIt) {
   EXPECT_EQ(device.Speeds(), "INTEGER 77, INTEGER 10, INTEGER 10, INTEGER 10");
 }
 
+TEST(ARowThatTheApplicationChangesAfterCommitSet, LosesWhatTheSetHasWritten) {
+  Switch device;
+  Phases phases(device);
+  ASSERT_EQ(phases.Test({{"5.1.1.1", Int(1)}, {"5.1.4.1", Int(2)}}), "noError");
+  ASSERT_EQ(phases.Commit(), "noError");
+  device.steps.clear();
+  device.ports.Change(1, [](Line& port) { port.vlan = 7; });
+  EXPECT_EQ(phases.Undo(), "noError");
+  EXPECT_EQ(device.GetAll({"5.1.1.1", "5.1.2.1", "5.1.4.1"}),
+            "INTEGER 10, INTEGER 7, INTEGER 1");
+  EXPECT_EQ(device.steps, (Steps{"1: 1 to 10"}));
+}
+
+TEST(ARowThatTheApplicationChangesAfterCommitSet, GoesIfTheSetHasMadeIt) {
+  Switch device;
+  Phases phases(device);
+  ASSERT_EQ(phases.Test({{"5.1.4.9", Int(4)}}), "noError");
+  ASSERT_EQ(phases.Commit(), "noError");
+  device.ports.Change(9, [](Line& port) { port.vlan = 7; });
+  EXPECT_EQ(phases.Undo(), "noError");
+  EXPECT_FALSE(device.ports.Contains(9));
+}
+
+TEST(ARowThatTheApplicationPutsAfterCommitSet, StaysAsItIs) {
+  Switch device;
+  Phases phases(device);
+  ASSERT_EQ(phases.Test({{"5.1.4.1", Int(6)}, {"5.1.4.9", Int(4)}}), "noError");
+  ASSERT_EQ(phases.Commit(), "noError");
+  ASSERT_TRUE(device.ports.Insert(1, {11, {}, {}}));
+  device.ports.Set(9, {99, {}, {}});
+  EXPECT_EQ(phases.Undo(), "noError");
+  EXPECT_EQ(device.GetAll({"5.1.1.1", "5.1.1.9"}), "INTEGER 11, INTEGER 99");
+}
+
+TEST(AnApplyThatChangesItsRow, LosesNothingButTheSetWhenItRefuses) {
+  Device device;
+  snmp::Module module(device.agent, kBase);
+  snmp::Table<int, Line> table(module, "5");
+  table.Column(1, &Line::speed, snmp::ReadWrite())
+      .Column(2, &Line::vlan)
+      .Apply([&](const LineChange& change) {
+        table.Change(change.key, [](Line& line) { line.vlan = 7; });
+        return SetError::GenErr;
+      });
+  table.Insert(1, {});
+  device.Connect();
+  EXPECT_EQ(device.Set({{"5.1.1.1", Int(1)}}), "commitFailed 1");
+  EXPECT_EQ(device.GetAll({"5.1.1.1", "5.1.2.1"}), "INTEGER 10, INTEGER 7");
+}
+
 TEST(ARowThatTheApplicationErasesMeanwhile, IsNotMadeAgain) {
   Switch device;
   Phases before(device);
@@ -364,6 +414,30 @@ TEST(ABorrowedRow, StaysAsTheApplicationMadeItBeforeARefusal) {
   device.Connect();
   EXPECT_EQ(device.Set({{"5.1.1.1", Int(1)}}), "commitFailed 1");
   EXPECT_EQ(device.Get("5.1.1.1"), "INTEGER 77");
+}
+
+TEST(ABorrowedRow, KeepsWhatTheApplicationMadeOfItsOtherCells) {
+  Device device;
+  snmp::Module module(device.agent, kBase);
+  using Pair = std::tuple<int, int>;
+  struct Row {
+    int written = 10;
+    int counted = 0;
+    bool operator==(const Row& other) const {
+      return Pair(written, counted) == Pair(other.written, other.counted);
+    }
+  };
+  std::map<int, Row> rows{{1, {}}};
+  snmp::Table table(module, "5", rows);
+  table.Column(1, &Row::written, snmp::ReadWrite())
+      .Column(2, &Row::counted)
+      .Apply([&](const auto&) {
+        ++rows[1].counted;
+        return SetError::GenErr;
+      });
+  device.Connect();
+  EXPECT_EQ(device.Set({{"5.1.1.1", Int(1)}}), "commitFailed 1");
+  EXPECT_EQ(device.GetAll({"5.1.1.1", "5.1.2.1"}), "INTEGER 10, INTEGER 1");
 }
 
 TEST(ASetOfAnIndexColumn, SucceedsWithTheValueThatTheRowHas) {
