@@ -46,6 +46,13 @@ class SNMPSUBAGENT_OBJECTS_EXPORT Constraints {
   std::string bits_;            // those with a name; empty for any
 };
 
+// As it stands in a varbind.
+template <typename Enum>
+std::int64_t NumberOfValue(Enum value) {
+  return static_cast<std::int64_t>(value);
+}
+inline std::int64_t NumberOfValue(bool value) { return value ? 1 : 2; }
+
 [[noreturn]] SNMPSUBAGENT_OBJECTS_EXPORT void ThrowLacksValues(OidView object);
 
 // Throws std::invalid_argument, naming `object`, if managers could write what a
@@ -95,8 +102,8 @@ class Access {
   // needs them.
   template <typename... Enum>
   Derived& Values(Enum... values) {
-    (Own().AddRange(static_cast<std::int64_t>(values),
-                    static_cast<std::int64_t>(values)),
+    (Own().AddRange(detail::NumberOfValue(values),
+                    detail::NumberOfValue(values)),
      ...);
     return Self();
   }

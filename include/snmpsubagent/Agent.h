@@ -128,7 +128,7 @@ class SNMPSUBAGENT_OBJECTS_EXPORT Agent {
   std::vector<Refusal> Refusals() const;
 
   // A capability in the master agent's sysORTable (RFC 2741, 6.2.14), for as
-  // long as the agent lives.
+  // long as the agent lives. One that is refused is logged and tried again.
   void AddCapability(const Oid& id, const std::string& description);
 
   // The master agent's sysUpTime in hundredths of a second; 0 if there was no

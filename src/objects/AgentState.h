@@ -106,6 +106,7 @@ class AgentState final : public std::enable_shared_from_this<AgentState>,
   void OnRequest(const agentx::Request& request,
                  std::vector<std::uint8_t>& response) override;
   void OnRegistration(std::uint32_t id, agentx::Error error) override;
+  void OnAgentCaps(const Oid& id, agentx::Error error) override;
   void OnNotification(std::uint64_t id, agentx::NotificationOutcome outcome,
                       agentx::Error error) override;
 

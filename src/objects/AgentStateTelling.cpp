@@ -79,6 +79,15 @@ void AgentState::OnRegistration(std::uint32_t id, agentx::Error) {
   IfThereIsMemory([&] { TellRefusal(id); });
 }
 
+void AgentState::OnAgentCaps(const Oid& id, agentx::Error error) {
+  if (error == agentx::Error::None) return;
+  IfThereIsMemory([&] {
+    Log(LogLevel::Error, ToString(id) +
+                             ": the master agent refuses this capability: " +
+                             agentx::ToString(error) + "; it is tried again");
+  });
+}
+
 void AgentState::TellRefusal(std::uint32_t id) {
   const auto refused = session_.FindRefused(id);
   if (!refused) return;

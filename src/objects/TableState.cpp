@@ -106,6 +106,7 @@ Oid TableState::CellName(SubIdentifier column, OidView index) const {
 
 bool TableState::WriteCell(SubIdentifier number, const RowView& row,
                            OidView index, ValueWriter& writer) const {
+  const RowStore::Reading reading(*rows_);
   if (number == statusColumn_) {
     writer.Integer(static_cast<std::int32_t>(rows_->StatusOf(index)));
     return true;
@@ -118,6 +119,7 @@ bool TableState::WriteCell(SubIdentifier number, const RowView& row,
 Answer TableState::ReadValue(const NumberedColumn& numbered, const RowView& row,
                              OidView index, ReadContext& context) const {
   const Column* column = numbered.column.get();
+  const RowStore::Reading reading(*rows_);
   if (!column) {
     WriteCell(numbered.number, row, index, context.Writer());
     return Answer::Written;

@@ -257,7 +257,7 @@ class MapRows final : public RowStore,
   }
   void SetVirtual(typename VirtualRows<Key, Row>::RowOf rowOf,
                   typename VirtualRows<Key, Row>::KeyAfter keyAfter) {
-    virtual_.emplace(std::move(rowOf), std::move(keyAfter));
+    virtual_.emplace(*this, std::move(rowOf), std::move(keyAfter));
   }
 
   const std::shared_ptr<const Functions_>& Functions() const {
@@ -300,7 +300,7 @@ class MapRows final : public RowStore,
     if (virtual_) return virtual_->FindNext(index, include, found, foundIndex);
     Load();
     const auto place = PlaceBehind(index, include);
-    if (place == rows_.end()) return false;
+    if (place == rows_.end() || IsBeyondIndexes(place->first)) return false;
     foundIndex.Clear();
     IndexSyntax<Key>::Write(foundIndex, place->first);
     Remember(index, include, foundIndex.View(), place);
@@ -321,6 +321,15 @@ class MapRows final : public RowStore,
  private:
   using Place = typename Map::iterator;
 
+  // Enumerations may have more than 32 bits.
+  static bool IsBeyondIndexes(const Key& key) {
+    if constexpr (IsNumberIndex<Key>) {
+      return !CanBeIndex(key);
+    } else {
+      static_cast<void>(key);
+      return false;
+    }
+  }
   static bool Is(const Key& key, OidView index) {
     IndexWriter written;
     IndexSyntax<Key>::Write(written, key);
@@ -338,9 +347,10 @@ class MapRows final : public RowStore,
     tell(index.View());
   }
 
-  // Not while a SET is under way, whose rows would be others all of a sudden.
+  // Not while a SET or a function of a cell is under way, whose rows would be
+  // others all of a sudden.
   void Load() {
-    if (!loader_ || loading_ || !Staged().empty()) return;
+    if (!loader_ || loading_ || !Staged().empty() || Readings() != 0) return;
     const auto now = Now();
     if (loaded_ && now - *loaded_ < timeToLive_) return;
     loading_ = true;

@@ -37,8 +37,8 @@ class SNMPSUBAGENT_OBJECTS_EXPORT RowStore {
  public:
   virtual ~RowStore();
 
-  // What is found stays until a row is changed or a function of the
-  // application's is called.
+  // What is found stays until a row is changed or another one found; while
+  // there is a Reading, until it ends.
   virtual bool Find(OidView index, RowView& found) = 0;
   // The first row behind `index`, with `include` also that one, and its index.
   virtual bool FindNext(OidView index, bool include, RowView& found,
@@ -49,6 +49,21 @@ class SNMPSUBAGENT_OBJECTS_EXPORT RowStore {
   // SET.
   virtual std::unique_ptr<StagedRow> Stage(std::shared_ptr<TableState> table,
                                            OidView index) = 0;
+
+  // While the cell of a row that has been found is read, for which a function
+  // of the application's may be called, which may have other rows read.
+  class Reading {
+   public:
+    explicit Reading(RowStore& store) : store_(store) { ++store_.readings_; }
+    ~Reading() { --store_.readings_; }
+    Reading(const Reading&) = delete;
+    Reading& operator=(const Reading&) = delete;
+
+   private:
+    RowStore& store_;
+  };
+  // How many there are, one within the other.
+  std::size_t Readings() const { return readings_; }
 
   // How many rows there are, counted no further than to `most`.
   virtual std::size_t CountUpTo(std::size_t most) = 0;
@@ -102,6 +117,7 @@ class SNMPSUBAGENT_OBJECTS_EXPORT RowStore {
     std::vector<bool> missing;  // of the required columns
   };
 
+  std::size_t readings_ = 0;
   bool hasStatus_ = false;
   bool activeAreFrozen_ = false;
   std::function<StorageType(const void*)> storage_;

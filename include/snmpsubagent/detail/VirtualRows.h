@@ -3,6 +3,7 @@
 #define SNMPSUBAGENT_SNMPSUBAGENT_DETAIL_VIRTUALROWS_H_
 
 #include <cstddef>
+#include <deque>
 #include <functional>
 #include <optional>
 #include <stdexcept>
@@ -14,15 +15,17 @@
 namespace snmpsubagent::detail {
 
 // Rows that nobody holds: functions of the application's tell them one by one.
-// Keeps the row that was found last.
+// Keeps the row that was found last, and one for each Reading.
 template <typename Key, typename Row>
 class VirtualRows {
  public:
   using RowOf = std::function<std::optional<Row>(const Key&)>;
   using KeyAfter = std::function<std::optional<Key>(const Key*)>;
 
-  VirtualRows(RowOf rowOf, KeyAfter keyAfter)
-      : rowOf_(std::move(rowOf)), keyAfter_(std::move(keyAfter)) {}
+  VirtualRows(const RowStore& store, RowOf rowOf, KeyAfter keyAfter)
+      : store_(store),
+        rowOf_(std::move(rowOf)),
+        keyAfter_(std::move(keyAfter)) {}
 
   std::optional<Row> RowUnder(const Key& key) const { return rowOf_(key); }
 
@@ -34,7 +37,7 @@ class VirtualRows {
   bool FindNext(OidView index, bool include, RowView& found,
                 IndexWriter& foundIndex) {
     if (include && Find(index, found)) {
-      WriteIndex(foundIndex);
+      WriteIndex(*static_cast<const Key*>(found.key), foundIndex);
       return true;
     }
     std::optional<Key> key = FloorKey<Key>(index);
@@ -62,24 +65,30 @@ class VirtualRows {
   }
 
  private:
+  struct Kept {
+    Key key;
+    Row row;
+  };
+
   bool Show(const Key& key, RowView& found) {
-    row_ = rowOf_(key);
-    if (!row_) return false;
-    key_ = key;
-    found.key = &*key_;
-    found.row = &*row_;
+    std::optional<Row> row = rowOf_(key);
+    if (!row) return false;
+    if (kept_.size() <= store_.Readings()) kept_.resize(store_.Readings() + 1);
+    std::optional<Kept>& kept = kept_[store_.Readings()];
+    kept.emplace(Kept{key, std::move(*row)});
+    found.key = &kept->key;
+    found.row = &kept->row;
     return true;
   }
-  void WriteIndex(IndexWriter& index) const { WriteIndex(*key_, index); }
   static void WriteIndex(const Key& key, IndexWriter& index) {
     index.Clear();
     IndexSyntax<Key>::Write(index, key);
   }
 
+  const RowStore& store_;
   RowOf rowOf_;
   KeyAfter keyAfter_;
-  std::optional<Key> key_;
-  std::optional<Row> row_;
+  std::deque<std::optional<Kept>> kept_;  // these stay where they are
 };
 
 }  // namespace snmpsubagent::detail

@@ -187,19 +187,18 @@ template <typename Key, typename Map>
 class Rows {
  public:
   explicit Rows(const Grammar& grammar)
-      : grammar_(grammar),
-        borrowed_(std::make_shared<snmp::detail::MapRows<Map>>(map_)),
-        virtual_(
-            [this](const Key& key) {
-              const auto found = map_.find(key);
-              return found == map_.end() ? std::nullopt
-                                         : std::optional(found->second);
-            },
-            [this](const Key* key) {
-              const auto next = key ? map_.upper_bound(*key) : map_.begin();
-              return next == map_.end() ? std::nullopt
-                                        : std::optional(next->first);
-            }) {}
+      : grammar_(grammar), borrowed_(std::make_shared<Store>(map_)) {
+    virtual_->SetVirtual(
+        [this](const Key& key) {
+          const auto found = map_.find(key);
+          return found == map_.end() ? std::nullopt
+                                     : std::optional(found->second);
+        },
+        [this](const Key* key) {
+          const auto next = key ? map_.upper_bound(*key) : map_.begin();
+          return next == map_.end() ? std::nullopt : std::optional(next->first);
+        });
+  }
 
   void Add(const Ids& ids) {
     const std::optional<Key> key = Decoded(ids);
@@ -223,7 +222,7 @@ class Rows {
     Decoded(ids);
     Compare(*held_, ids, include);
     Compare(*borrowed_, ids, include);
-    Compare(virtual_, ids, include);
+    Compare(*virtual_, ids, include);
   }
 
   // As GETNEXTs walk.
@@ -248,6 +247,8 @@ class Rows {
   }
 
  private:
+  using Store = snmp::detail::MapRows<Map>;
+
   std::optional<Key> Decoded(const Ids& ids) const {
     const auto key = snmp::detail::ReadKey<Key>(ViewOf(ids));
     Require(key.has_value() == IsKey(grammar_, ids),
@@ -275,10 +276,9 @@ class Rows {
   const Grammar& grammar_;
   std::set<Ids> known_;
   Map map_;
-  std::shared_ptr<snmp::detail::MapRows<Map>> held_ =
-      std::make_shared<snmp::detail::MapRows<Map>>();
-  std::shared_ptr<snmp::detail::MapRows<Map>> borrowed_;
-  snmp::detail::VirtualRows<Key, Row> virtual_;
+  std::shared_ptr<Store> held_ = std::make_shared<Store>();
+  std::shared_ptr<Store> borrowed_;
+  std::shared_ptr<Store> virtual_ = std::make_shared<Store>();
 };
 
 template <typename Key,

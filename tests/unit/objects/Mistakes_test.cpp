@@ -617,6 +617,17 @@ TEST_F(AMistake, IsNoNotificationElsewhere) {
             Id(".1.3.6.1.6.3.1.1.5.3"));
 }
 
+TEST_F(AMistake, IsACapabilityThatTheMasterAgentRefuses) {
+  device.Connect();
+  device.agent.AddCapability("1.3.6.1.4.1.32473.9", "thermometers");
+  const wire::Pdu asked = device.Master().Next();
+  device.Master().Answer(asked, 262);
+  device.Sync();
+  EXPECT_THAT(Log(), ElementsAre("1.3.6.1.4.1.32473.9: the master agent "
+                                 "refuses this capability: "
+                                 "unsupportedContext; it is tried again"));
+}
+
 TEST_F(AMistake, IsANotificationOfWhatIsNotThere) {
   const snmp::Scalar absent(module, "1", [] { return std::optional<int>(); });
   snmp::Table<int, Row> table(module, "2");

@@ -458,4 +458,13 @@ TEST_F(ASet, OfAnEnumerationIsTakenWhateverIsBelowIt) {
   EXPECT_EQ(signedOne.Get(), Signed::Less);
 }
 
+TEST_F(ASet, OfATruthValueIsOneOfTheValuesThatItMayHave) {
+  const snmp::Scalar either(module, "50", true,
+                            snmp::ReadWrite().Values(true, false));
+  const snmp::Scalar onlyOn(module, "51", true, snmp::ReadWrite().Values(true));
+  EXPECT_EQ(device.Set({{"50.0", Int(2)}}), "noError");
+  EXPECT_EQ(device.Set({{"50.0", Int(0)}}), "wrongValue 1");
+  EXPECT_EQ(device.Set({{"51.0", Int(2)}}), "wrongValue 1");
+}
+
 }  // namespace

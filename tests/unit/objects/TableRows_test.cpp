@@ -8,6 +8,7 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <optional>
@@ -153,6 +154,19 @@ TEST(ABorrowedRowWhoseNameIsTooLong, IsPassedOver) {
   EXPECT_EQ(device.Walk("5"), "5.1.1.1.97 INTEGER 0");
 }
 
+TEST(ABorrowedRowWhoseKeyHasMoreThan32Bits, IsPassedOver) {
+  enum class Serial : std::uint64_t {};
+  Module device;
+  std::map<Serial, Cell> rows;
+  rows[Serial{7}].value = 7, rows[Serial{(1ULL << 32) + 3}].value = 8;
+  snmp::Table table(device.module, "5", rows);
+  table.Column(1, &Cell::value);
+  device.Connect();
+  EXPECT_EQ(device.Get("5.1.1.3"), "noSuchInstance");
+  EXPECT_EQ(device.GetNext("5"), "5.1.1.7 INTEGER 7");
+  EXPECT_EQ(device.GetNext("5.1.1.7"), "5.1.1.7 endOfMibView");
+}
+
 TEST(ABorrowedContainer, IsServedAsItIs) {
   Module device;
   std::map<int, Cell> rows{{-1, {1, {}}}, {1, {2, {}}}};
@@ -292,6 +306,23 @@ TEST(ALoader, MayAddColumns) {
   EXPECT_EQ(device.GetNext("5.1.38.1"), "5.1.39.1 INTEGER 8");
 }
 
+TEST(ALoader, LeavesTheRowThatAFunctionIsReading) {
+  Module device;
+  snmp::Table<int, Cell> table(device.module, "5");
+  snmp::Notification read(device.module, "0.1");
+  int loads = 0;
+  table.Column(1, &Cell::value)
+      .Column(2,
+              [&](int key, const Cell& cell) {
+                read.Send({table.Cell(key, 1)});
+                return cell.value;
+              })
+      .Load([&](auto& rows) { rows[1].value = ++loads; }, 0s);
+  device.Connect();
+  EXPECT_EQ(device.Get("5.1.2.1"), "INTEGER 1");
+  EXPECT_EQ(loads, 1);
+}
+
 TEST(ALoaderThatThrows, IsAskedAgain) {
   Module device;
   snmp::Table<int, Cell> table(device.module, "5");
@@ -358,6 +389,25 @@ TEST(ATableOfFunctions, IsWrittenByApply) {
   EXPECT_EQ(device.Set({{"5.1.1.2", Int(5)}}), "noError");
   EXPECT_EQ(device.Set({{"5.1.1.3", Int(5)}}), "noCreation 1");
   EXPECT_EQ(device.Walk("5"), "5.1.1.1 INTEGER 10, 5.1.1.2 INTEGER 5");
+}
+
+TEST(ATableOfFunctions, KeepsTheRowThatAFunctionIsReading) {
+  Module device;
+  snmp::Table<int, Cell> table(device.module, "5");
+  snmp::Notification read(device.module, "0.1");
+  table.Column(1, &Cell::value)
+      .Column(2,
+              [&](const int& key, const Cell& cell) {
+                read.Send({table.Cell(key + 1, key % 3 == 0 ? 1 : 2)});
+                return cell.value + key;
+              })
+      .Virtual(
+          [](int key) {
+            return Cell{10 * key, {}};
+          },
+          [](const int* key) { return key ? *key + 1 : 1; });
+  device.Connect();
+  EXPECT_EQ(device.Get("5.1.2.1"), "INTEGER 11");
 }
 
 TEST(AReplacement, IsSeenInOnePiece) {
