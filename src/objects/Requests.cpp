@@ -151,10 +151,16 @@ std::optional<agentx::Time> Requests::NextDeadline() const {
   return first;
 }
 
+bool Requests::IsSuspended(const std::shared_ptr<ReadRequest>& request) const {
+  return std::find(suspended_.begin(), suspended_.end(), request) !=
+         suspended_.end();
+}
+
+// The log may answer other requests, or stop the agent.
 void Requests::Advance(agentx::Time now) {
   const auto suspended = suspended_;
   for (const auto& request : suspended) {
-    if (now < request->Deadline()) continue;
+    if (now < request->Deadline() || !IsSuspended(request)) continue;
     request->Abandon();
     agent_.Log(LogLevel::Warning, ToString(request->Context().Name()) +
                                       ": a request was not answered in time");

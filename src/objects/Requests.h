@@ -53,6 +53,7 @@ class Requests {
   const ObjectIndex* FindIndex(std::string_view context) const;
   void Read(const agentx::Request& request,
             std::vector<std::uint8_t>& response);
+  bool IsSuspended(const std::shared_ptr<ReadRequest>& request) const;
   void Set(const agentx::Request& request);
   std::shared_ptr<Transaction> Find(std::uint32_t id) const;
   template <typename End>

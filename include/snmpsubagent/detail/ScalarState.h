@@ -160,7 +160,7 @@ class ScalarChange final : public Change {
   // since it was tested.
   bool StillAllowed();
   // Whether there is something to undo: what the application has stored since
-  // is its own. A setter is told to undo whatever the getter says.
+  // is its own. A setter is told to undo, and the getter not asked.
   bool HoldsNew() const;
   Step StoreAndApply(const T& from, const T& to, Transaction& transaction);
 
@@ -226,9 +226,9 @@ bool ScalarChange<T>::StillAllowed() {
 template <typename T>
 bool ScalarChange<T>::HoldsNew() const {
   if (!scalar_.IsServed()) return false;
+  if (!scalar_.KeepsWhatIsStored()) return true;
   const std::optional<T> now = scalar_.Load();
-  return scalar_.IsServed() && now &&
-         (!scalar_.KeepsWhatIsStored() || AreEqual(*now, after_));
+  return now && AreEqual(*now, after_);
 }
 
 template <typename T>

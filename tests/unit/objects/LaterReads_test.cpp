@@ -7,9 +7,12 @@
 #include <deque>
 #include <memory>
 #include <mutex>
+#include <optional>
 #include <stdexcept>
+#include <string>
 #include <thread>
 #include <utility>
+#include <variant>
 #include <vector>
 
 #include "Device.h"
@@ -314,6 +317,41 @@ class ALateAnswer : public ALaterValue {
  protected:
   ALateAnswer() : ALaterValue(Hasty()) {}
 };
+
+TEST(ARequest, IsAnsweredOnceThoughTheLogOfAnotherAnswersIt) {
+  const wire::Listener listener;
+  std::optional<snmp::Later<int>> first;
+  std::optional<snmp::Later<int>> second;
+  snmp::AgentOptions options = Hasty();
+  options.master = listener.Address();
+  options.log = [&](snmp::LogLevel, const std::string& line) {
+    if (line.find(": a request was not answered") != std::string::npos) {
+      second->Answer(7);
+    }
+  };
+  snmp::Agent agent("device", options);
+  snmp::Module module(agent, kBase);
+  const snmp::Scalar<int> one(
+      module, "1", [&](const snmp::Later<int>& reply) { first = reply; });
+  const snmp::Scalar<int> two(
+      module, "2", [&](const snmp::Later<int>& reply) { second = reply; });
+  agent.Start();
+  wire::MasterSession master(listener.Accept(10s), 10s);
+  master.Grant(master.Next());
+  master.Grant(master.Next());
+  {
+    const auto lock = agent.Lock();  // both are overdue at once
+    master.Send(wire::Get{{{Id("1.0"), false, {}}}});
+    master.Send(wire::Get{{{Id("2.0"), false, {}}}});
+  }
+  const auto next = [&] {
+    return Text(std::get<wire::Response>(master.Next().body), false);
+  };
+  EXPECT_EQ(next(), "INTEGER 7");
+  EXPECT_EQ(next(), "genErr 1");
+  master.Send(wire::Get{{{Id("3.0"), false, {}}}});
+  EXPECT_EQ(next(), "noSuchObject");
+}
 
 TEST_F(ALateAnswer, IsGenErrBeforeTheTimeoutOfTheMasterAgent) {
   const auto start = std::chrono::steady_clock::now();

@@ -6,6 +6,7 @@
 #include <functional>
 #include <limits>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <utility>
@@ -592,6 +593,32 @@ TEST_F(ASetInPhases, HasASetterUndoWhateverItMadeOfTheValue) {
   EXPECT_EQ(phases.Undo(), "noError");
   EXPECT_EQ(device.Get("5.0"), "INTEGER 50");
   EXPECT_EQ(set, " 77 50");
+}
+
+TEST_F(ASetInPhases, HasASetterUndoWhateverTheGetterSays) {
+  int fan = 1;
+  int tray = 1;
+  const snmp::Scalar speed(module, "5",
+                           snmp::GetSet(
+                               [&]() -> std::optional<int> {
+                                 if (fan == 0) return std::nullopt;
+                                 return fan;
+                               },
+                               [&](int value) { fan = value; }),
+                           snmp::ReadWrite());
+  const snmp::Scalar level(module, "6",
+                           snmp::GetSet(
+                               [&] {
+                                 if (tray == 0) throw std::runtime_error("out");
+                                 return tray;
+                               },
+                               [&](int value) { tray = value; }),
+                           snmp::ReadWrite());
+  Phases phases(device);
+  EXPECT_EQ(phases.Test({{"5.0", Int(0)}, {"6.0", Int(0)}}), "noError");
+  EXPECT_EQ(phases.Commit(), "noError");
+  EXPECT_EQ(phases.Undo(), "noError");
+  EXPECT_EQ(device.GetAll({"5.0", "6.0"}), "INTEGER 1, INTEGER 1");
 }
 
 TEST_F(ASetInPhases, OfATestAndIncrFailsWhenTheApplicationCountsOn) {
