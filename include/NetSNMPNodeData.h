@@ -68,7 +68,8 @@ class SNMPSUBAGENT_EXPORT NetSNMPNodeData {
 
   // Copies type, access mode, owner, flags and storage of `source`. Local data
   // is copied between values of one class only. If `source` has none, this
-  // value keeps its own, and goes on reading it, unless its type changes.
+  // value keeps its own, and goes on reading it, unless its type changes, or it
+  // is a buffer of octets and `source` is none.
   virtual void CopyData(const NetSNMPNodeData& source);
 
   // Setters. Each class overrides that of its own type, which writes and logs,

@@ -312,7 +312,9 @@ class Table {
     const AgentLock lock = Lock();
     const auto place = rows_->Rows().find(key);
     if (place == rows_->Rows().end()) return false;
-    rows_->Changed(key);
+    const auto rows = rows_;  // `change` may destroy the table
+    rows->Changed(key);
+    const detail::RowStore::Reading reading(*rows);
     change(place->second);
     return true;
   }
@@ -355,6 +357,7 @@ class Table {
   template <typename F>
   void ForEach(F visit) const {
     const AgentLock lock = Lock();
+    const detail::RowStore::Reading reading(*rows_);
     for (const auto& [key, row] : rows_->Rows()) visit(key, row);
   }
 
@@ -371,7 +374,8 @@ class Table {
   // Has functions tell the rows, which nobody holds then: `rowOf` the row of a
   // key, if there is one; `keyAfter` the first key behind one that there may
   // not be, or with null the first of all, in the order of IndexOrder<Key>.
-  // They run under the agent's lock. A SET changes what `Apply` changes.
+  // They run under the agent's lock, also for Find(), Contains() and Status().
+  // A SET changes what `Apply` changes.
   //
   //   squares.Virtual(
   //       [](unsigned n) { return SquareOf(n); },

@@ -213,9 +213,16 @@ bool StagedRow::MayCommit() const {
          IsUntouched(false);
 }
 
-// What the application has made of it since stays.
+// What the application has made of it since stays. A row that it has put is as
+// active as it was.
 bool StagedRow::MayUndo() {
-  if (!table_->IsServed() || isOvertaken_) return false;
+  if (!table_->IsServed()) return false;
+  if (isOvertaken_) {
+    if (before_ == RowStatus::None || before_ == RowStatus::Active) {
+      store_->SetStatus(index_, RowStatus::Active, {});
+    }
+    return false;
+  }
   return (!isChanged_ && IsUntouched(true)) || KeepChanges();
 }
 

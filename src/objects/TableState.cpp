@@ -31,6 +31,12 @@ SetError CheckStorage(StorageType storage, const Column* column) {
   }
 }
 
+// False once a function of the application has stopped the agent or destroyed
+// the table, and perhaps the rows with it: no other one is called.
+bool GoesOn(const TableState& table, const ReadContext& context) {
+  return table.IsServed() && context.IsWanted();
+}
+
 }  // namespace
 
 Column::~Column() = default;
@@ -131,7 +137,7 @@ Answer TableState::ReadValue(const NumberedColumn& numbered, const RowView& row,
 
 Answer TableState::ReadCell(const NumberedColumn& column, const RowView& row,
                             OidView index, ReadContext& context) {
-  if (!HasRoomFor(index)) return Answer::Absent;
+  if (!HasRoomFor(index) || !GoesOn(*this, context)) return Answer::Absent;
   const SubIdentifier below[] = {kEntry, column.number};
   if (!context.Begin(Name(), OidView(below, 2), index)) return Answer::Beyond;
   const Answer answer = ReadValue(column, row, index, context);
@@ -172,7 +178,7 @@ Answer TableState::ReadNext(OidView instance, bool include,
   while (column != columns_.end()) {
     const NumberedColumn current = *column;  // Functions may add columns.
     const Answer answer = ReadColumn(current, index, isIncluded, context);
-    if (answer != Answer::Absent || !context.IsWanted()) return answer;
+    if (answer != Answer::Absent || !GoesOn(*this, context)) return answer;
     column = PlaceFrom(current.number) + 1;
     index = {};
     isIncluded = false;
@@ -189,7 +195,7 @@ Answer TableState::ReadColumn(const NumberedColumn& column, OidView index,
   int turn = 0;
   while (rows_->FindNext(index, include, row, found[turn])) {
     const Answer answer = ReadCell(column, row, found[turn].View(), context);
-    if (answer != Answer::Absent || !context.IsWanted()) return answer;
+    if (answer != Answer::Absent || !GoesOn(*this, context)) return answer;
     index = found[turn].View();
     include = false;
     turn = 1 - turn;
@@ -268,8 +274,9 @@ SetError TableState::FindStaged(const NumberedColumn& column, OidView index,
         CheckStorage(rows_->StorageOf(row.row), column.column.get());
     if (error != SetError::None) return error;
   }
-  auto change = rows_->Stage(
-      std::static_pointer_cast<TableState>(shared_from_this()), index);
+  auto change =
+      rows_->Stage(std::static_pointer_cast<TableState>(shared_from_this()),
+                   index, exists ? row.row : nullptr);
   change->SetTransaction(transaction);
   staged = change.get();
   AddChange(transaction, std::move(change));

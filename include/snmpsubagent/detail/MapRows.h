@@ -257,7 +257,8 @@ class MapRows final : public RowStore,
   }
   void SetVirtual(typename VirtualRows<Key, Row>::RowOf rowOf,
                   typename VirtualRows<Key, Row>::KeyAfter keyAfter) {
-    virtual_.emplace(*this, std::move(rowOf), std::move(keyAfter));
+    if (!virtual_) virtual_.emplace(*this);
+    virtual_->SetFunctions(std::move(rowOf), std::move(keyAfter));
   }
 
   const std::shared_ptr<const Functions_>& Functions() const {
@@ -291,7 +292,10 @@ class MapRows final : public RowStore,
     if (virtual_) return virtual_->Find(index, found);
     Load();
     const auto place = IndexedBy<Map>::From(rows_, index, true);
-    if (place == rows_.end() || !Is(place->first, index)) return false;
+    if (place == rows_.end() || !IsShown(place->first) ||
+        !Is(place->first, index)) {
+      return false;
+    }
     Show(*place, found);
     return true;
   }
@@ -299,8 +303,9 @@ class MapRows final : public RowStore,
                 IndexWriter& foundIndex) override {
     if (virtual_) return virtual_->FindNext(index, include, found, foundIndex);
     Load();
-    const auto place = PlaceBehind(index, include);
-    if (place == rows_.end() || IsBeyondIndexes(place->first)) return false;
+    auto place = PlaceBehind(index, include);
+    while (place != rows_.end() && !IsShown(place->first)) ++place;
+    if (place == rows_.end()) return false;
     foundIndex.Clear();
     IndexSyntax<Key>::Write(foundIndex, place->first);
     Remember(index, include, foundIndex.View(), place);
@@ -308,11 +313,10 @@ class MapRows final : public RowStore,
     return true;
   }
   std::unique_ptr<StagedRow> Stage(std::shared_ptr<TableState> table,
-                                   OidView index) override {
+                                   OidView index, const void* row) override {
     Key key = *ReadKey<Key>(index);
-    RowView row;
     std::optional<Row> before;
-    if (Find(index, row)) before = *static_cast<const Row*>(row.row);
+    if (row) before = *static_cast<const Row*>(row);
     return std::make_unique<StagedMapRow<Map>>(
         std::move(table), this->shared_from_this(), index, std::move(key),
         std::move(before));
@@ -321,13 +325,14 @@ class MapRows final : public RowStore,
  private:
   using Place = typename Map::iterator;
 
-  // Enumerations may have more than 32 bits.
-  static bool IsBeyondIndexes(const Key& key) {
+  // Not a number below 0, nor an enumeration's of more than 32 bits, which
+  // would be taken for another one. In an IndexOrder they may be anywhere.
+  static bool IsShown(const Key& key) {
     if constexpr (IsNumberIndex<Key>) {
-      return !CanBeIndex(key);
+      return CanBeIndex(key);
     } else {
       static_cast<void>(key);
-      return false;
+      return true;
     }
   }
   static bool Is(const Key& key, OidView index) {

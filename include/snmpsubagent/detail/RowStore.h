@@ -38,20 +38,20 @@ class SNMPSUBAGENT_OBJECTS_EXPORT RowStore {
   virtual ~RowStore();
 
   // What is found stays until a row is changed or another one found; while
-  // there is a Reading, until it ends.
+  // there is a Reading, others may be found as well.
   virtual bool Find(OidView index, RowView& found) = 0;
   // The first row behind `index`, with `include` also that one, and its index.
   virtual bool FindNext(OidView index, bool include, RowView& found,
                         IndexWriter& foundIndex) = 0;
   // Whether there is a row under this index, or a manager may make one.
   virtual bool MayBeRow(OidView index) = 0;
-  // A copy of the row under that index, or of a new one, to be changed by a
-  // SET.
+  // A copy of that row, which Find() has found, or a new one (null), to be
+  // changed by a SET.
   virtual std::unique_ptr<StagedRow> Stage(std::shared_ptr<TableState> table,
-                                           OidView index) = 0;
+                                           OidView index, const void* row) = 0;
 
-  // While the cell of a row that has been found is read, for which a function
-  // of the application's may be called, which may have other rows read.
+  // While a function of the application's may have a row in its hands, and have
+  // other rows read.
   class Reading {
    public:
     explicit Reading(RowStore& store) : store_(store) { ++store_.readings_; }

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <deque>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <stdexcept>
 #include <utility>
@@ -22,12 +23,17 @@ class VirtualRows {
   using RowOf = std::function<std::optional<Row>(const Key&)>;
   using KeyAfter = std::function<std::optional<Key>(const Key*)>;
 
-  VirtualRows(const RowStore& store, RowOf rowOf, KeyAfter keyAfter)
-      : store_(store),
-        rowOf_(std::move(rowOf)),
-        keyAfter_(std::move(keyAfter)) {}
+  explicit VirtualRows(const RowStore& store) : store_(store) {}
 
-  std::optional<Row> RowUnder(const Key& key) const { return rowOf_(key); }
+  void SetFunctions(RowOf rowOf, KeyAfter keyAfter) {
+    functions_ = std::make_shared<const Functions>(
+        Functions{std::move(rowOf), std::move(keyAfter)});
+  }
+
+  std::optional<Row> RowUnder(const Key& key) const {
+    const auto functions = functions_;
+    return functions->rowOf(key);
+  }
 
   bool Find(OidView index, RowView& found) {
     const std::optional<Key> key = ReadKey<Key>(index);
@@ -42,7 +48,8 @@ class VirtualRows {
     }
     std::optional<Key> key = FloorKey<Key>(index);
     do {
-      key = keyAfter_(key ? &*key : nullptr);
+      const auto functions = functions_;
+      key = functions->keyAfter(key ? &*key : nullptr);
       if (!key) return false;
       WriteIndex(*key, foundIndex);
       if (foundIndex.View() <= index) {
@@ -65,13 +72,18 @@ class VirtualRows {
   }
 
  private:
+  // Replaced as a whole, since one of them may be running.
+  struct Functions {
+    RowOf rowOf;
+    KeyAfter keyAfter;
+  };
   struct Kept {
     Key key;
     Row row;
   };
 
   bool Show(const Key& key, RowView& found) {
-    std::optional<Row> row = rowOf_(key);
+    std::optional<Row> row = RowUnder(key);
     if (!row) return false;
     if (kept_.size() <= store_.Readings()) kept_.resize(store_.Readings() + 1);
     std::optional<Kept>& kept = kept_[store_.Readings()];
@@ -86,8 +98,7 @@ class VirtualRows {
   }
 
   const RowStore& store_;
-  RowOf rowOf_;
-  KeyAfter keyAfter_;
+  std::shared_ptr<const Functions> functions_;
   std::deque<std::optional<Kept>> kept_;  // these stay where they are
 };
 

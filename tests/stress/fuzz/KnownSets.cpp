@@ -402,8 +402,7 @@ void Sets::Resume(Set& set, Error error) {
   Change& change = Waiting(set);
   if (error != kNone && set.phase == Phase::Committing &&
       change.store->isServed && MayUndo(change)) {
-    change.unit->state = change.before;
-    change.isPut = false;
+    Restore(change);
   }
   set.waiting = false;
   Take(set, error == kNone ? Step::Done : Step::Refused);
@@ -507,14 +506,34 @@ bool Sets::StillAllowed(Change& change) {
 bool Sets::MayUndo(Change& change) {
   const State& state = change.unit->state;
   if (!change.store->isScalar) {
-    if (change.isOvertaken) return false;
+    if (change.isOvertaken) {
+      ReleaseStatus(change);
+      return false;
+    }
     const bool isAsPut = !change.isChanged &&
                          (!change.store->isCompared || state == change.after);
     return isAsPut || KeepChanges(change);
   }
-  return state.status != kAbsent &&
-         (change.store->hasSetter ||
+  return change.store->hasSetter ||
+         (state.status != kAbsent &&
           AreSame(*change.store, state, change.after));
+}
+
+// Of a row that the application has put: it is as active as it was.
+void Sets::ReleaseStatus(Change& change) {
+  const bool wasActive =
+      change.before.status == kAbsent || change.before.status == kActive;
+  int& status = change.unit->state.status;
+  if (wasActive && status == kNotInService) status = kActive;
+}
+
+// A setter takes a value also where the getter tells none.
+void Sets::Restore(Change& change) {
+  State& state = change.unit->state;
+  const int status = state.status;
+  state = change.before;
+  if (change.store->isScalar) state.status = status;
+  change.isPut = false;
 }
 
 // Of a row: cells that are as the SET has made them go back, and so does one
@@ -559,20 +578,15 @@ Sets::Step Sets::CommitOne(Change& change) {
   unit.state = change.after;
   change.isPut = true;
   const Step step = Apply(change);
-  if (step == Step::Refused) {
-    unit.state = change.before;
-    change.isPut = false;
-  }
+  if (step == Step::Refused) Restore(change);
   return step;
 }
 
 Sets::Step Sets::UndoOne(Change& change) {
-  Unit& unit = *change.unit;
   if (change.IsNothing() || !change.store->isServed) return Step::Done;
   if (!MayUndo(change)) return Step::Done;
   if (change.store->isScalar && SetterRefuses(change)) return Step::Refused;
-  unit.state = change.before;
-  change.isPut = false;
+  Restore(change);
   return Apply(change);
 }
 

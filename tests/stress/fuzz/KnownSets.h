@@ -139,6 +139,8 @@ class Sets {
   static bool StillAllowed(Change& change);
   static bool MayUndo(Change& change);
   static bool KeepChanges(Change& change);
+  static void ReleaseStatus(Change& change);
+  static void Restore(Change& change);
   static bool SetterRefuses(const Change& change);
   Step CommitOne(Change& change);
   Step UndoOne(Change& change);

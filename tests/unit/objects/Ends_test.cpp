@@ -287,6 +287,44 @@ TEST_F(AfterStop, NoOtherCellIsRead) {
   WaitUntilStopped();
 }
 
+TEST_F(AfterStop, NoCellIsReadOfARowThatWasLoaded) {
+  struct Row {};
+  snmp::Table<int, Row> table(module, "1");
+  table
+      .Column(2,
+              [&](int, const Row&) {
+                NotStopped();
+                return 1;
+              })
+      .Load(
+          [&](auto& rows) {
+            rows[1] = {};
+            Stop();
+          },
+          std::chrono::seconds(0));
+  device.Connect();
+  device.Send(wire::GetNext{{After("0")}});
+  WaitUntilStopped();
+}
+
+TEST_F(AfterStop, NoRowIsAskedForAgain) {
+  struct Row {
+    int value = 1;
+  };
+  snmp::Table<int, Row> table(module, "1");
+  table.Column(2, &Row::value, snmp::ReadWrite())
+      .Virtual(
+          [&](int) {
+            NotStopped();
+            Stop();
+            return Row();
+          },
+          [](const int*) { return std::optional<int>(); });
+  device.Connect();
+  Phases(device).SendTest({{"1.1.2.1", Int(2)}});
+  WaitUntilStopped();
+}
+
 TEST_F(AfterStop, NoOutcomeOfANotificationIsTold) {
   snmp::Notification notification(module, "0.1");
   std::atomic<int> outcomes{0};

@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -165,6 +166,35 @@ TEST(ABorrowedRowWhoseKeyHasMoreThan32Bits, IsPassedOver) {
   EXPECT_EQ(device.Get("5.1.1.3"), "noSuchInstance");
   EXPECT_EQ(device.GetNext("5"), "5.1.1.7 INTEGER 7");
   EXPECT_EQ(device.GetNext("5.1.1.7"), "5.1.1.7 endOfMibView");
+}
+
+TEST(ABorrowedRowWhoseKeyHasMoreThan32Bits, IsNotTakenForAnother) {
+  enum class Serial : std::uint64_t {};
+  Module device;
+  std::map<Serial, Cell> rows;
+  rows[Serial{(1ULL << 32) + 3}].value = 8;
+  snmp::Table table(device.module, "5", rows);
+  table.Column(1, &Cell::value, snmp::ReadWrite());
+  device.Connect();
+  EXPECT_EQ(device.Get("5.1.1.3"), "noSuchInstance");
+  EXPECT_EQ(device.Set({{"5.1.1.3", Int(9)}}), "noCreation 1");
+}
+
+TEST(ABorrowedRowWhoseKeyIsNoIndex, IsPassedOverInAnIndexOrder) {
+  enum class Serial : std::uint64_t {};
+  Module device;
+  std::map<Serial, Cell, snmp::IndexOrder<Serial>> rows;
+  rows[Serial{2}] = rows[Serial{(1ULL << 32) + 3}] = rows[Serial{7}] = {1, {}};
+  snmp::Table table(device.module, "5", rows);
+  table.Column(1, &Cell::value);
+  std::map<int, Cell, snmp::IndexOrder<int>> numbers;
+  numbers[-1] = numbers[2] = {1, {}};
+  snmp::Table numbered(device.module, "6", numbers);
+  numbered.Column(1, &Cell::value);
+  device.Connect();
+  EXPECT_EQ(device.Walk("5"),
+            "5.1.1.2 INTEGER 1, 5.1.1.7 INTEGER 1, 6.1.1.2 INTEGER 1");
+  EXPECT_EQ(device.Get("6.1.1.4294967295"), "noSuchInstance");
 }
 
 TEST(ABorrowedContainer, IsServedAsItIs) {
@@ -323,6 +353,56 @@ TEST(ALoader, LeavesTheRowThatAFunctionIsReading) {
   EXPECT_EQ(loads, 1);
 }
 
+TEST(ALoader, LeavesTheRowsThatTheApplicationGoesThrough) {
+  Module device;
+  snmp::Table<int, Cell> table(device.module, "5");
+  snmp::Notification seen(device.module, "0.1");
+  table.Column(1, &Cell::value)
+      .Load([](auto& rows) { rows[1].value = rows[2].value = 3; }, 0s);
+  device.Connect();
+  EXPECT_EQ(device.Get("5.1.1.1"), "INTEGER 3");
+  int sum = 0;
+  table.ForEach([&](int key, const Cell& cell) {
+    seen.Send({table.Cell(key, 1)});
+    sum += cell.value;
+  });
+  EXPECT_EQ(sum, 6);
+  EXPECT_TRUE(table.Change(2, [&](Cell& cell) {
+    seen.Send({table.Cell(1, 1)});
+    cell.value = 4;
+  }));
+  EXPECT_EQ(table.Find(2)->value, 4);
+}
+
+TEST(AColumn, MayDestroyItsTableAndTheRows) {
+  struct Cells {
+    std::map<int, Cell> rows{{1, {}}, {2, {}}};
+    snmp::Table<int, Cell, std::map<int, Cell>> table;
+    explicit Cells(snmp::Module& module) : table(module, "5", rows) {}
+  };
+  Module device;
+  auto cells = std::make_unique<Cells>(device.module);
+  cells->table.Column(1, [&](int, const Cell&) {
+    cells.reset();
+    return std::optional<int>();
+  });
+  device.Connect();
+  EXPECT_EQ(device.GetNext("5"), "5 endOfMibView");
+  EXPECT_EQ(cells, nullptr);
+}
+
+TEST(AChange, MayDestroyItsTable) {
+  Module device;
+  std::map<int, Cell> rows{{1, {}}};
+  auto table = std::make_unique<snmp::Table<int, Cell, std::map<int, Cell>>>(
+      device.module, "5", rows);
+  table->Change(1, [&](Cell& cell) {
+    table.reset();
+    cell.value = 2;
+  });
+  EXPECT_EQ(rows[1].value, 2);
+}
+
 TEST(ALoaderThatThrows, IsAskedAgain) {
   Module device;
   snmp::Table<int, Cell> table(device.module, "5");
@@ -408,6 +488,28 @@ TEST(ATableOfFunctions, KeepsTheRowThatAFunctionIsReading) {
           [](const int* key) { return key ? *key + 1 : 1; });
   device.Connect();
   EXPECT_EQ(device.Get("5.1.2.1"), "INTEGER 11");
+}
+
+TEST(ATableOfFunctions, MayHaveThemReplacedFromWithin) {
+  Module device;
+  snmp::Table<int, std::string> table(device.module, "5");
+  std::function<void(char)> tell = [&](char letter) {
+    table.Virtual(
+        [&tell, letter](int) {
+          std::string row(100, letter);
+          tell('b');
+          return row + letter;
+        },
+        [](const int*) { return std::optional<int>(); });
+  };
+  tell('a');
+  table.Column(1, [&](int, const std::string& row) {
+    tell('c');
+    return row.substr(100);
+  });
+  device.Connect();
+  EXPECT_EQ(device.Get("5.1.1.1"), "OCTET STRING \"a\"");
+  EXPECT_EQ(device.Get("5.1.1.1"), "OCTET STRING \"c\"");
 }
 
 TEST(AReplacement, IsSeenInOnePiece) {

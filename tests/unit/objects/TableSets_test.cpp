@@ -319,6 +319,18 @@ TEST(ARowThatTheApplicationPutsAfterCommitSet, StaysAsItIs) {
   EXPECT_EQ(device.GetAll({"5.1.1.1", "5.1.1.9"}), "INTEGER 11, INTEGER 99");
 }
 
+TEST(ARowThatTheApplicationPutsAfterCommitSet, IsAsActiveAsItWas) {
+  Switch device;
+  Phases phases(device);
+  ASSERT_EQ(phases.Test({{"5.1.4.1", Int(2)}, {"5.1.4.9", Int(5)}}), "noError");
+  ASSERT_EQ(phases.Commit(), "noError");
+  device.ports.Set(1, {11, {}, {}});
+  device.ports.Set(9, {99, {}, {}});
+  EXPECT_EQ(device.GetAll({"5.1.4.1", "5.1.4.9"}), "INTEGER 2, INTEGER 2");
+  EXPECT_EQ(phases.Undo(), "noError");
+  EXPECT_EQ(device.GetAll({"5.1.4.1", "5.1.4.9"}), "INTEGER 1, INTEGER 1");
+}
+
 TEST(AnApplyThatChangesItsRow, LosesNothingButTheSetWhenItRefuses) {
   Device device;
   snmp::Module module(device.agent, kBase);
