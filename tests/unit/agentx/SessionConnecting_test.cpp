@@ -343,6 +343,23 @@ TEST_F(AnOpenSession, KnowsASysUpTimeThatWraps) {
   EXPECT_EQ(session().SysUpTime(now + milliseconds(10)), 0U);
 }
 
+TEST_F(AnOpenSession, KnowsNoSysUpTimeBeforeTheMasterAgentHasStarted) {
+  StartOpening();
+  Answer(Sent().at(0), Error::None, 100);
+  EXPECT_EQ(session().SysUpTime(now - milliseconds(1000)), 0U);
+  EXPECT_EQ(session().SysUpTime(now - milliseconds(1010)), 0U);
+  EXPECT_EQ(session().SysUpTime(now - std::chrono::hours(1)), 0U);
+}
+
+TEST_F(AnOpenSession, KnowsTheSysUpTimeBeforeItHasWrapped) {
+  StartOpening();
+  Answer(Sent().at(0), Error::None, 0xffffffff);
+  Pass(milliseconds(1000));
+  Register("1.3.6.1.4.1.32473.1");
+  Answer(Sent().at(0), Error::None, 99);
+  EXPECT_EQ(session().SysUpTime(now - milliseconds(1010)), 0xfffffffe);
+}
+
 // That of another context is another clock; that of an error tells nothing.
 TEST_F(AnOpenSession, HasSysUpTimeOfTheDefaultContextAndWithoutError) {
   StartOpening();
