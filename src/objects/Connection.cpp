@@ -199,6 +199,8 @@ void Connection::CloseSocket() {
   connecting_ = false;
   connectDeadline_.reset();
   endpoints_.clear();
+  // Whoever sees the end of it waits for the timer to be set.
+  if (socket_.IsOpen()) ScheduledByTest(timer_.Number(), Now());
   socket_.Close();
   watched_ = 0;
 }

@@ -9,6 +9,11 @@
 
 namespace snmpsubagent::testing::internal {
 
+testkit::FileDescriptor Link::End() {
+  shutdown(Descriptor(), SHUT_WR);
+  return std::move(socket_);
+}
+
 void Link::Open(std::string description) {
   open_ = true;
   description_ = std::move(description);

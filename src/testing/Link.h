@@ -28,6 +28,9 @@ class Link {
   int Descriptor() const { return socket_.Number(); }
   std::uint32_t Id() const { return id_; }
 
+  // Sends no more, and gives the socket away. The subagent sees the end.
+  testkit::FileDescriptor End();
+
   bool IsOpen() const { return open_; }
   void Open(std::string description);
   const std::string& Description() const { return description_; }

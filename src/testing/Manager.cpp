@@ -4,9 +4,9 @@
 #include <chrono>
 #include <utility>
 
-#include "testing/FirstMessage.h"
 #include "testing/Inbox.h"
 #include "testing/LoopsOfThread.h"
+#include "testing/StartedRequest.h"
 #include "testkit/Deadlines.h"
 #include "testkit/WaitFor.h"
 
@@ -121,13 +121,13 @@ Pending Manager::StartSet(const std::vector<Varbind>& varbinds) {
 }
 
 Pending Manager::Start(const Request& request) {
-  const auto sent = std::make_shared<std::promise<void>>();
-  auto isSent = sent->get_future();
-  Pending pending(std::async(std::launch::async, [this, request, sent] {
-    const internal::FirstMessage first(sent);
-    return Answer(request);
-  }));
-  isSent.wait();
+  const auto started = std::make_shared<internal::StartedRequest>();
+  auto sent = started->FirstMessage();
+  Pending pending(started->Result(),
+                  std::async(std::launch::async, [this, request, started] {
+                    started->Run([&] { return Answer(request); });
+                  }));
+  sent.wait();
   return pending;
 }
 

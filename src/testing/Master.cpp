@@ -5,6 +5,7 @@
 #include "testing/Reading.h"
 #include "testing/Setting.h"
 #include "testing/SnmpServer.h"
+#include "testing/StartedRequest.h"
 
 namespace snmpsubagent::testing {
 namespace {
@@ -72,9 +73,11 @@ void Master::Disconnect() { state_->Disconnect(state_->Lock()); }
 
 Response Master::Answer(const Request& request) {
   auto lock = state_->Lock();
-  return request.kind == Request::Kind::Set
-             ? internal::Set(*state_, lock, request)
-             : internal::Read(*state_, lock, request);
+  const Response response = request.kind == Request::Kind::Set
+                                ? internal::Set(*state_, lock, request)
+                                : internal::Read(*state_, lock, request);
+  internal::StartedRequest::Answered(response);
+  return response;
 }
 
 }  // namespace snmpsubagent::testing

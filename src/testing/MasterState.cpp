@@ -8,13 +8,14 @@
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <cerrno>
 #include <cstring>
 #include <system_error>
 #include <utility>
 
 #include "snmpsubagent/detail/Clock.h"
-#include "testing/FirstMessage.h"
+#include "testing/StartedRequest.h"
 #include "testing/VirtualTime.h"
 #include "testing/WireValues.h"
 
@@ -44,6 +45,16 @@ testkit::FileDescriptor ListenerAt(const std::string& path) {
     throw std::system_error(errno, std::generic_category(), path);
   }
   return listener;
+}
+
+// Whether the subagent has closed it, too; what it still says does not count.
+bool HasEnded(const testkit::FileDescriptor& socket) {
+  std::array<std::uint8_t, 4096> ignored;
+  ssize_t size;
+  do {
+    size = recv(socket.Number(), ignored.data(), ignored.size(), MSG_DONTWAIT);
+  } while (size > 0);
+  return size == 0 || (errno != EAGAIN && errno != EINTR);
 }
 
 bool IsReadable(const testkit::FileDescriptor& descriptor) {
@@ -110,19 +121,16 @@ std::vector<std::optional<wire::Response>> MasterState::Ask(
                    question.body}));
   }
   Wake();
-  FirstMessage::Sent();
+  StartedRequest::Sent();
   const auto isAnswered = [&](std::size_t i) {
     const Link* const link = Find(questions[i].session);
     return link == nullptr || link->HasResponse(packets[i]);
   };
-  WaitUntil(
-      lock,
-      [&] {
-        std::size_t answered = 0;
-        while (answered < questions.size() && isAnswered(answered)) ++answered;
-        return answered == questions.size();
-      },
-      [] { return "a subagent does not answer"; });
+  AwaitAnswers(lock, [&] {
+    std::size_t answered = 0;
+    while (answered < questions.size() && isAnswered(answered)) ++answered;
+    return answered == questions.size();
+  });
   std::vector<std::optional<wire::Response>> responses;
   for (std::size_t i = 0; i < questions.size(); ++i) {
     Link* const link = Find(questions[i].session);
@@ -130,6 +138,16 @@ std::vector<std::optional<wire::Response>> MasterState::Ask(
     if (link != nullptr) responses.back() = link->TakeResponse(packets[i]);
   }
   return responses;
+}
+
+// Others can see whether it goes on; it has the lock whenever it does.
+void MasterState::AwaitAnswers(Guard& lock,
+                               const std::function<bool()>& areThere) {
+  const auto place = asking_.insert(asking_.end(), &areThere);
+  const bool inTime = monitor_.WaitUntil(lock, areThere);
+  asking_.erase(place);
+  monitor_.Changed();
+  if (!inTime) throw TimedOut("a subagent does not answer");
 }
 
 void MasterState::Tell(const Guard&, const Question& question,
@@ -156,7 +174,10 @@ void MasterState::StopListening(const Guard&) {
 }
 
 void MasterState::Disconnect(const Guard&) {
-  while (!links_.empty()) Remove(links_.back()->Id());
+  while (!links_.empty()) {
+    leaving_.push_back(links_.back()->End());
+    Remove(links_.back()->Id());
+  }
   Wake();
 }
 
@@ -168,7 +189,10 @@ void MasterState::Settle() {
   do {
     WaitUntil(
         lock, [this] { return IsQuiet(); },
-        [] { return "a subagent has connected and opens no session"; });
+        [] {
+          return "a subagent opens no session on its connection, or keeps one "
+                 "that has ended";
+        });
     handled = handled_;
     const auto questions = QuestionOfEach();
     Ask(lock, questions, NewTransaction(lock));
@@ -177,7 +201,9 @@ void MasterState::Settle() {
 }
 
 bool MasterState::IsQuiet() {
-  return !(listener_.IsOpen() && IsReadable(listener_)) &&
+  return !(listener_.IsOpen() && IsReadable(listener_)) && leaving_.empty() &&
+         std::none_of(asking_.begin(), asking_.end(),
+                      [](const auto* areThere) { return (*areThere)(); }) &&
          std::all_of(links_.begin(), links_.end(),
                      [](const auto& link) { return link->IsOpen(); });
 }
@@ -200,6 +226,9 @@ void MasterState::Loop() {
       polled.push_back({link->Descriptor(), static_cast<short>(events), 0});
       sessions.push_back(link->Id());
     }
+    for (const auto& socket : leaving_) {
+      polled.push_back({socket.Number(), POLLIN, 0});
+    }
     lock.unlock();
     poll(polled.data(), polled.size(), -1);
     lock.lock();
@@ -211,6 +240,8 @@ void MasterState::Loop() {
       Link* const link = Find(sessions[i]);
       if (link != nullptr && polled[i + 2].revents != 0) Serve(*link);
     }
+    leaving_.erase(std::remove_if(leaving_.begin(), leaving_.end(), HasEnded),
+                   leaving_.end());
     monitor_.Changed();
   }
 }

@@ -4,6 +4,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <list>
 #include <memory>
 #include <mutex>
 #include <optional>
@@ -82,6 +83,7 @@ class MasterState {
     Capability capability;
   };
 
+  void AwaitAnswers(Guard& lock, const std::function<bool()>& areThere);
   void Loop();
   void Serve(Link& link);
   void Handle(Link& link, const wire::Pdu& message);
@@ -101,6 +103,10 @@ class MasterState {
   testkit::FileDescriptor wake_;
   testkit::FileDescriptor listener_;
   std::vector<std::unique_ptr<Link>> links_;
+  // Ended here, and not by the subagents yet.
+  std::vector<testkit::FileDescriptor> leaving_;
+  // Of the requests that wait: whether their responses are there.
+  std::list<const std::function<bool()>*> asking_;
   Regions regions_;
   std::vector<AddedCapability> capabilities_;
   std::string context_;

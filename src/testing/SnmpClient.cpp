@@ -3,7 +3,7 @@
 
 #include <utility>
 
-#include "testing/FirstMessage.h"
+#include "testing/StartedRequest.h"
 
 namespace snmpsubagent::testing::internal {
 namespace {
@@ -32,7 +32,7 @@ Response SnmpClient::Ask(const Request& request, int port) {
   message.first = static_cast<std::int32_t>(request.nonRepeaters);
   message.second = static_cast<std::int32_t>(request.maxRepetitions);
   listener_.Socket().Send(EncodeSnmp(message), port);
-  FirstMessage::Sent();
+  StartedRequest::Sent();
   if (!monitor_.WaitUntil(lock, [&] { return responses_.count(id) != 0; })) {
     throw TimedOut("the agent does not answer");
   }

@@ -42,8 +42,9 @@ struct Request {
 // A request whose response is still to come.
 class Pending {
  public:
-  explicit Pending(std::future<Response> response)
-      : response_(std::move(response)) {}
+  // `asking` ends when the request is over.
+  Pending(std::future<Response> response, std::future<void> asking)
+      : response_(std::move(response)), asking_(std::move(asking)) {}
 
   bool IsAnswered() const;
   // Waits for it. Throws TimedOut. To be called once.
@@ -51,6 +52,7 @@ class Pending {
 
  private:
   std::future<Response> response_;
+  std::future<void> asking_;
 };
 
 // What managers do. Each kind of master agent that a test has is one: it

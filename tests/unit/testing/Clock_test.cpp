@@ -66,6 +66,18 @@ TEST_F(Clock, LetsAnAgentComeBackAfterItsInterval) {
   EXPECT_EQ(master_.Get(kCelsius), 21);
 }
 
+TEST_F(Clock, LetsAnAgentNoticeItsLossAtOnce) {
+  Connect();
+  for (int i = 0; i < 50; ++i) {
+    master_.GoDown();
+    clock_.Advance(0s);
+    ASSERT_FALSE(agent_.Connected());
+    master_.ComeUp();
+    clock_.Advance(100ms);  // firstRetry
+    ASSERT_TRUE(agent_.Connected());
+  }
+}
+
 TEST_F(Clock, LetsARefusedRegistrationBeTriedAgain) {
   snmp::Agent other("other", At(master_));
   Connect();
@@ -129,6 +141,24 @@ TEST_F(Clock, LetsAnAnswerThatNeverComesTimeOut) {
   EXPECT_EQ(pending.Result().error, ErrorStatus::GenErr);
 }
 
+// In each of its phases a request goes on before the time does.
+TEST_F(Clock, LetsEachStartedSetTimeOut) {
+  std::optional<snmp::Later<snmp::SetError>> reply;
+  snmp::Module module(agent_, kOwnModule);
+  snmp::Scalar slow(module, "1", 0, snmp::ReadWrite());
+  slow.Apply([&](int, int, const snmp::Later<snmp::SetError>& later) {
+    reply = later;
+  });
+  Connect();
+  master_.WaitForRegistrations(2);
+  for (int i = 0; i < 50; ++i) {
+    auto pending = master_.StartSet({{kOwn, 1}});
+    clock_.Advance(5s);
+    ASSERT_TRUE(pending.IsAnswered());
+    EXPECT_EQ(pending.Result().error, ErrorStatus::CommitFailed);
+  }
+}
+
 TEST_F(Clock, IsWhatTimeStampsGoBy) {
   snmp::TimeStamp last;
   snmp::Module module(agent_, kOwnModule);
@@ -142,6 +172,21 @@ TEST_F(Clock, IsWhatTimeStampsGoBy) {
   }
   clock_.Advance(1min);
   EXPECT_EQ(master_.Get(kOwn), snmp::TimeTicks(60s));
+}
+
+// RFC 2579: what happened before the master agent's start is 0.
+TEST_F(Clock, IsWhatTimeStampsOfATimeBeforeTheMasterAgentsStartGoBy) {
+  snmp::Module module(agent_, kOwnModule);
+  snmp::Scalar stamp(module, "1", snmp::TimeStamp());
+  Connect();
+  master_.WaitForRegistrations(2);
+  clock_.Advance(1min);
+  stamp.Set(snmp::TimeStamp::Now());
+  master_.GoDown();
+  clock_.Advance(1min);
+  master_.ComeUp();
+  clock_.Advance(1min);
+  EXPECT_EQ(master_.Get(kOwn), snmp::TimeTicks());
 }
 
 TEST_F(Clock, IsOneAtATime) {
