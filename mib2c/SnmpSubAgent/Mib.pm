@@ -62,7 +62,15 @@ my %accessWords = (
   Notify => 'accessible-for-notify',
 );
 
-# An object that has values: a scalar or a column.
+# An object whose SYNTAX no module that is loaded defines: it has an access, and
+# no type.
+sub _lacksType {
+  my ($node) = @_;
+  return !$node->{type} && ($node->{access} || 'NoAccess') ne 'NoAccess';
+}
+
+# An object that has values: a scalar or a column; `type` is empty if no module
+# that is loaded has it.
 sub object {
   my ($node) = @_;
   return {
@@ -70,8 +78,8 @@ sub object {
     oid => oidOf($node),
     number => $node->{subID},
     module => $node->{moduleID},
-    type => $node->{type},
-    syntax => $node->{syntax} || $node->{type},
+    type => $node->{type} || '',
+    syntax => $node->{syntax} || $node->{type} || 'a SYNTAX that no module defines',
     access => $accessWords{$node->{access} || ''} || 'not-accessible',
     bounds => _bounds($node),
     names => {%{$node->{enums} || {}}},
@@ -121,7 +129,7 @@ sub _table {
     columns => [
       map { object($_) }
       sort { $a->{subID} <=> $b->{subID} }
-      grep { $_->{type} } @{$entry->{children} || []}
+      grep { $_->{type} || _lacksType($_) } @{$entry->{children} || []}
     ],
   };
 }
@@ -176,7 +184,8 @@ sub _walk {
   }
   if (_isNotification($node)) {
     push @{$mib->{notifications}}, _notification($node) if $wants->($node);
-  } elsif ($type && $type !~ $notValues && $node->{access}) {
+  } elsif (_lacksType($node)
+           || ($type && $type !~ $notValues && $node->{access})) {
     push @{$mib->{scalars}}, object($node) if $wants->($node);
   }
   _walk($_, $mib, $wants) foreach @{$node->{children} || []};

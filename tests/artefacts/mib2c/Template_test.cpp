@@ -114,6 +114,22 @@ TEST_F(ATemplate, SaysWhatIsNewInTheMib) {
   EXPECT_THAT(result.error, Not(HasSubstr("testGapCount")));
 }
 
+TEST_F(ATemplate, SaysWhatItLeavesOutForASyntaxThatNoModuleDefines) {
+  ChangeMib("testTruth OBJECT-TYPE\n    SYNTAX      TruthValue",
+            "testTruth OBJECT-TYPE\n    SYNTAX      TestUnknown");
+  ChangeMib("testGapCount OBJECT-TYPE\n    SYNTAX      Counter32",
+            "testGapCount OBJECT-TYPE\n    SYNTAX      TestUnknown");
+  const testkit::CommandResult result = Make({"templateTestMIB"});
+  EXPECT_TRUE(result.Succeeded()) << result;
+  for (const char* line :
+       {"\nleft out: testTruth: no type for a SYNTAX that no module defines\n",
+        "\nleft out: testGapCount: no type for a SYNTAX that no module "
+        "defines\n"}) {
+    EXPECT_THAT("\n" + result.error, HasSubstr(line));
+  }
+  EXPECT_THAT(Made("made.h"), Not(HasSubstr("testTruth")));
+}
+
 TEST_F(ATemplate, FailsWhereThereIsNothing) {
   const testkit::CommandResult result =
       Make({"-S", "module=SNMPv2-TC", "templateTestMIB"});
