@@ -24,7 +24,8 @@ struct AgentOptions {
   // "unix:/path", "tcp:host:port" or "tcp6:[address]:port".
   std::string master = "unix:/var/agentx/master";
   // How long the master agent is to wait for a response, whole seconds up to
-  // 255. What takes longer (see Later) is answered with genErr shortly before.
+  // 255. What takes longer (see Later) is answered with genErr, in a SET with
+  // commitFailed, half a second before.
   std::chrono::seconds timeout{5};
   // How long this side waits for a response of the master agent; then the
   // session is given up and made anew.

@@ -22,8 +22,8 @@ class SNMPSUBAGENT_OBJECTS_EXPORT LaterCall {
   // Each takes the agent's lock.
   virtual void Value(const std::function<void(ValueWriter&)>& write) = 0;
   virtual void Absent() = 0;
-  // `error` is None for a step of a SET that is done.
-  virtual void Set(SetError error) = 0;
+  // `error` is None for a step of a SET that is done. Whether it counts.
+  virtual bool Set(SetError error) = 0;
 };
 
 // Fails the request when nobody can answer it any more.
@@ -74,14 +74,18 @@ class Later {
   std::shared_ptr<detail::LaterAnswer> answer_;
 };
 
-// The same for an `Apply` function, which accepts with SetError::None.
+// The same for an `Apply` function, which accepts with SetError::None. One that
+// nobody answers in time is answered with commitFailed, or with undoFailed if
+// it undoes, and not called the other way round.
 template <>
 class Later<SetError> {
  public:
   explicit Later(std::shared_ptr<detail::LaterCall> call)
       : answer_(std::make_shared<detail::LaterAnswer>(std::move(call))) {}
 
-  void Answer(SetError error) const { answer_->Call().Set(error); }
+  // Whether it counts: not if nobody waits for it any more. What the
+  // application has begun is its own to take back then.
+  bool Answer(SetError error) const { return answer_->Call().Set(error); }
 
  private:
   std::shared_ptr<detail::LaterAnswer> answer_;

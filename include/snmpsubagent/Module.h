@@ -62,8 +62,8 @@ class SNMPSUBAGENT_OBJECTS_EXPORT Module {
   void AddSubtree(std::string_view subtree);
 
   // Asked in TestSet, when all varbinds of a PDU that concern this module have
-  // been staged: sees all objects as they would be. Runs under the agent's
-  // lock.
+  // been staged: sees all objects as they would be. Its error is told with the
+  // first of these varbinds. Runs under the agent's lock.
   void Check(std::function<SetError(const SetChange&)> check);
 
   // Whether the master agent has taken all registrations of this module.

@@ -153,8 +153,11 @@ class Table {
       return Add(number, std::make_unique<detail::FunctionColumn<Key, Row, V>>(
                              std::move(value)));
     } else {
-      constexpr bool isValue = !std::is_invocable_v<V&>;
-      static_assert(isValue, "a column's function takes a key and a row");
+      constexpr bool isValue =
+          !std::is_invocable_v<V&> && detail::HasSyntax<detail::ValueOf<V>>;
+      static_assert(isValue,
+                    "a column's function takes a key and a row that it does "
+                    "not change; for values see <snmpsubagent/Types.h>");
       if constexpr (isValue) {
         using T = detail::ValueOf<V>;
         Add(number,
@@ -346,6 +349,21 @@ class Table {
     const AgentLock lock = Lock();
     return Contains(key) ? rows_->KeyStatus(key)
                          : snmpsubagent::RowStatus::None;
+  }
+  // Makes a row active or notInService; rows that the application puts are
+  // active. False if there is none. Throws std::invalid_argument for any other
+  // status.
+  //
+  //   users.Insert(saved.name, saved.row);
+  //   users.SetStatus(saved.name, saved.status);
+  bool SetStatus(const Key& key, snmpsubagent::RowStatus status) {
+    using Status = snmpsubagent::RowStatus;
+    if (status != Status::Active && status != Status::NotInService) {
+      throw std::invalid_argument(ToString(state_->Name()) +
+                                  ": a row is made active or notInService");
+    }
+    const AgentLock lock = Lock();
+    return rows_->SetKeyStatus(key, status);
   }
   // Of the rows that the table holds or borrows.
   std::size_t Size() const {

@@ -17,7 +17,7 @@ void ReadCall::Value(const std::function<void(ValueWriter&)>& write) {
 
 void ReadCall::Absent() { Give(Answer::Absent, {}); }
 
-void ReadCall::Set(SetError) { Give(Answer::Failed, {}); }
+bool ReadCall::Set(SetError) { return Give(Answer::Failed, {}); }
 
 void ReadCall::Lose() {
   const auto agent = agent_.lock();
@@ -30,13 +30,13 @@ void ReadCall::Lose() {
   Set(SetError::GenErr);
 }
 
-void ReadCall::Give(Answer answer,
+bool ReadCall::Give(Answer answer,
                     const std::function<void(ValueWriter&)>& write) {
   const auto agent = agent_.lock();
-  if (!agent) return;
+  if (!agent) return false;
   const std::lock_guard lock(agent->Mutex());
   const auto request = request_.lock();
-  if (!request) return;
+  if (!request) return false;
   request_.reset();
   result_ = answer;
   if (suspended_) {
@@ -46,6 +46,7 @@ void ReadCall::Give(Answer answer,
   } else if (answer == Answer::Absent) {
     request->Context().Cancel();
   }
+  return true;
 }
 
 }  // namespace snmpsubagent::detail

@@ -18,7 +18,7 @@ class ReadCall final : public DeferredCall {
 
   void Value(const std::function<void(ValueWriter&)>& write) override;
   void Absent() override;
-  void Set(SetError error) override;
+  bool Set(SetError error) override;
   void Lose() override;
 
   // Under the agent's lock.
@@ -27,7 +27,7 @@ class ReadCall final : public DeferredCall {
   void Abandon() { request_.reset(); }
 
  private:
-  void Give(Answer answer, const std::function<void(ValueWriter&)>& write);
+  bool Give(Answer answer, const std::function<void(ValueWriter&)>& write);
 
   std::weak_ptr<AgentState> agent_;
   // The rest is guarded by the agent's lock.

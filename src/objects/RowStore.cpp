@@ -74,6 +74,13 @@ void RowStore::NoteOvertaken(OidView index) {
   }
 }
 
+void RowStore::NoteStatus(OidView index, RowStatus status) {
+  SetStatus(index, status, {});
+  for (StagedRow* staged : staged_) {
+    if (staged->Index() == index) staged->NoteStatus();
+  }
+}
+
 // A row that the application has put has all its cells.
 void RowStore::NotePut(OidView index, bool isNew) {
   const bool isActive = isNew || StatusOf(index) == RowStatus::Active;
@@ -218,7 +225,9 @@ bool StagedRow::MayCommit() const {
 bool StagedRow::MayUndo() {
   if (!table_->IsServed()) return false;
   if (isOvertaken_) {
-    if (before_ == RowStatus::None || before_ == RowStatus::Active) {
+    const bool wasActive =
+        before_ == RowStatus::None || before_ == RowStatus::Active;
+    if (wasActive && !keepsStatus_) {
       store_->SetStatus(index_, RowStatus::Active, {});
     }
     return false;

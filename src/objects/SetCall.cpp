@@ -11,17 +11,18 @@ SetCall::SetCall(Transaction& transaction)
     : agent_(transaction.Agent().weak_from_this()),
       transaction_(transaction.weak_from_this()) {}
 
-void SetCall::Set(SetError error) {
+bool SetCall::Set(SetError error) {
   const auto agent = agent_.lock();
-  if (!agent) return;
+  if (!agent) return false;
   const std::lock_guard lock(agent->Mutex());
   const auto transaction = transaction_.lock();
-  if (!transaction) return;
+  if (!transaction) return false;
   transaction_.reset();
   result_ = error;
-  if (!suspended_) return;
+  if (!suspended_) return true;
   transaction->Resume(error);
   agent->Update();
+  return true;
 }
 
 void SetCall::Lose() {

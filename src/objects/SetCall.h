@@ -18,7 +18,7 @@ class SetCall final : public DeferredCall {
 
   void Value(const std::function<void(ValueWriter&)>&) override {}
   void Absent() override {}
-  void Set(SetError error) override;
+  bool Set(SetError error) override;
   void Lose() override;
 
   // Under the agent's lock.

@@ -209,6 +209,14 @@ class MapRows final : public RowStore,
     return this->StatusOf(index.View());
   }
 
+  bool SetKeyStatus(const Key& key, RowStatus status) {
+    if (!Contains(key)) return false;
+    IndexWriter index;
+    IndexSyntax<Key>::Write(index, key);
+    this->NoteStatus(index.View(), status);
+    return true;
+  }
+
   // Has the table hold this row under the key, or none; the rows of functions
   // are theirs to make.
   void Make(const Key& key, const std::optional<Row>& row) {

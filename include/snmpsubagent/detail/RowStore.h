@@ -107,6 +107,7 @@ class SNMPSUBAGENT_OBJECTS_EXPORT RowStore {
   bool TakesNotes() const { return !staged_.empty() || !inactive_.empty(); }
   void NoteChange(OidView index);
   void NoteOvertaken(OidView index);
+  void NoteStatus(OidView index, RowStatus status);
   void NotePut(OidView index, bool isNew);
   void NoteErased(OidView index);
 
@@ -162,6 +163,8 @@ class SNMPSUBAGENT_OBJECTS_EXPORT StagedRow : public Change {
   void NoteOvertaken() {
     if (!isPutting_) isOvertaken_ = true;
   }
+  // It has said what its status is.
+  void NoteStatus() { isOvertaken_ = keepsStatus_ = true; }
 
   SetError Check(std::uint16_t& varbind) override;
   Step Commit(Transaction& transaction) override;
@@ -216,6 +219,7 @@ class SNMPSUBAGENT_OBJECTS_EXPORT StagedRow : public Change {
   std::vector<std::shared_ptr<const Column>> written_;
   bool isChanged_ = false;    // by the application, meanwhile
   bool isOvertaken_ = false;  // the row is the application's, or gone
+  bool keepsStatus_ = false;  // and so is its status
   bool undoing_ = false;
   bool isPutting_ = false;
   bool isPut_ = false;  // the store holds the row as it will be

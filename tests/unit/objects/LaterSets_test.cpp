@@ -123,8 +123,8 @@ TEST_F(ASlowSet, ThatIsRefusedLeavesWhatTheApplicationHasStoredMeanwhile) {
 TEST_F(ASlowSet, CountsItsFirstAnswer) {
   const Committing set(*this);
   const Reply reply = Take();
-  reply.Answer(SetError::None);
-  reply.Answer(SetError::GenErr);
+  EXPECT_TRUE(reply.Answer(SetError::None));
+  EXPECT_FALSE(reply.Answer(SetError::GenErr));
   EXPECT_EQ(device.Receive(set.commit), "noError");
   EXPECT_EQ(device.Get("2.0"), "INTEGER 12");
 }
@@ -346,7 +346,7 @@ TEST_F(ALateSet, FailsBeforeTheTimeoutOfTheMasterAgent) {
   const Committing set(*this);
   EXPECT_EQ(device.Receive(set.commit), "commitFailed 2");
   EXPECT_TRUE(device.HasLogged("32473.7.2: a SET was not answered in time"));
-  Take().Answer(SetError::None);
+  EXPECT_FALSE(Take().Answer(SetError::None));
   EXPECT_EQ(Values(), "INTEGER 1, INTEGER 2, INTEGER 3");
 }
 

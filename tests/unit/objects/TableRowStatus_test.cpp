@@ -415,6 +415,25 @@ TEST(ARowThatTheApplicationErases, LeavesNoStatusBehind) {
   EXPECT_EQ(users.Get(Users::Cell(2, 1)), "INTEGER 10");
 }
 
+TEST(ARowThatTheApplicationPuts, IsNotInServiceIfItSaysSo) {
+  Users users;
+  EXPECT_FALSE(users.table.SetStatus(1, RowStatus::NotInService));
+  users.table.Insert(1, {});
+  EXPECT_TRUE(users.table.SetStatus(1, RowStatus::NotInService));
+  EXPECT_EQ(users.table.Status(1), RowStatus::NotInService);
+  EXPECT_EQ(users.Set({Users::Status(RowStatus::Active)}), "noError");
+  EXPECT_EQ(users.table.Status(1), RowStatus::Active);
+  EXPECT_THROW(users.table.SetStatus(1, RowStatus::CreateAndGo),
+               std::invalid_argument);
+}
+
+TEST(ARowThatIsNotReady, IsActiveIfTheApplicationSaysSo) {
+  Users users;
+  ASSERT_EQ(users.Set({Users::Status(RowStatus::CreateAndWait)}), "noError");
+  EXPECT_TRUE(users.table.SetStatus(1, RowStatus::Active));
+  EXPECT_EQ(users.Get(Users::Cell(2, 1)), "INTEGER 10");
+}
+
 TEST(ARowOfABorrowedContainer, IsErasedByItsOwnKeyWithItsStatus) {
   Device device;
   snmp::Module module(device.agent, kBase);

@@ -331,6 +331,17 @@ TEST(ARowThatTheApplicationPutsAfterCommitSet, IsAsActiveAsItWas) {
   EXPECT_EQ(device.GetAll({"5.1.4.1", "5.1.4.9"}), "INTEGER 1, INTEGER 1");
 }
 
+TEST(ARowThatTheApplicationPutsAfterCommitSet, HasTheStatusThatItSays) {
+  Switch device;
+  Phases phases(device);
+  ASSERT_EQ(phases.Test({{"5.1.4.1", Int(2)}, {"5.1.4.9", Int(4)}}), "noError");
+  ASSERT_EQ(phases.Commit(), "noError");
+  EXPECT_TRUE(device.ports.SetStatus(1, RowStatus::NotInService));
+  EXPECT_TRUE(device.ports.SetStatus(9, RowStatus::NotInService));
+  EXPECT_EQ(phases.Undo(), "noError");
+  EXPECT_EQ(device.GetAll({"5.1.4.1", "5.1.4.9"}), "INTEGER 2, INTEGER 2");
+}
+
 TEST(AnApplyThatChangesItsRow, LosesNothingButTheSetWhenItRefuses) {
   Device device;
   snmp::Module module(device.agent, kBase);
