@@ -199,7 +199,7 @@ void Connection::CloseSocket() {
   connecting_ = false;
   connectDeadline_.reset();
   endpoints_.clear();
-  // Whoever sees the end of it waits for the timer to be set.
+  // Virtual time stands still until the timer is set for what comes of this.
   if (socket_.IsOpen()) ScheduledByTest(timer_.Number(), Now());
   socket_.Close();
   watched_ = 0;
