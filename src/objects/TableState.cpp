@@ -125,11 +125,11 @@ bool TableState::WriteCell(SubIdentifier number, const RowView& row,
 Answer TableState::ReadValue(const NumberedColumn& numbered, const RowView& row,
                              OidView index, ReadContext& context) const {
   const Column* column = numbered.column.get();
-  const RowStore::Reading reading(*rows_);
   if (!column) {
     WriteCell(numbered.number, row, index, context.Writer());
     return Answer::Written;
   }
+  const RowStore::Reading reading(*rows_);
   return rows_->IsMissing(index, column->required)
              ? Answer::Absent
              : column->ReadFor(context, row);

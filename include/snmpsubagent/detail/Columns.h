@@ -193,13 +193,13 @@ using PartType =
 // What constraints are about, of a part of a key.
 template <typename T>
 std::enable_if_t<IsNumberIndex<T>, std::int64_t> NumberOfPart(T part) {
-  return static_cast<std::int64_t>(part);
+  return NumberOfValue(part);
 }
 template <typename T>
 std::enable_if_t<!IsNumberIndex<T>, std::int64_t> NumberOfPart(const T&) {
   return 0;
 }
-inline std::int64_t NumberOfPart(bool part) { return part ? 1 : 2; }
+inline std::int64_t NumberOfPart(bool part) { return NumberOfValue(part); }
 inline std::int64_t NumberOfPart(TimeTicks part) { return part.value; }
 inline std::int64_t NumberOfPart(Counter32 part) { return part.value; }
 
